@@ -1,0 +1,33 @@
+#pragma once
+
+#include "layers/object_model.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace Layers {
+
+/// Owns the root of the style tree and loads directories of `.lyr` files into it. Problems go to
+/// the log (layers/log.h); a file with any is dropped whole and the load goes on.
+class LayersEngine {
+public:
+    LayersEngine();
+    ~LayersEngine();
+
+    /// The root layer; its name is empty.
+    LLayer& root() const;
+    /// Null when missing.
+    LLayer* find_layer(const std::string& path) const;
+    /// Loads the `.lyr` files below `path`, sorted by path, into the layer of the path `layer`
+    /// (the root if empty), which is created if missing, then composes inheritance. May throw
+    /// std::filesystem::filesystem_error when iterating fails.
+    void load_directory(const std::filesystem::path& path, const std::string& layer);
+    /// Resolves every attribute link of the tree. Called once, after the last directory.
+    void link_attributes();
+
+private:
+    std::unique_ptr<LLayer> root_;
+};
+
+} // namespace Layers

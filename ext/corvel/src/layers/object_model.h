@@ -1,0 +1,132 @@
+#pragma once
+
+#include "layers/attribute_value.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Layers {
+
+class LAttribute;
+class LLayer;
+
+/// A list of callbacks without arguments. A callback may remove itself or others while the signal
+/// is emitted; one added during the emission is not called by it.
+class Signal {
+public:
+    using Key = std::uint32_t;
+
+    /// Adds a callback and returns the key that removes it.
+    Key connect(std::function<void()> callback);
+    void disconnect(Key key);
+    void emit();
+
+private:
+    Key next_key_ = 0;
+    std::map<Key, std::function<void()>> callbacks_;
+};
+
+/// A named object of the style tree. Parents own their children.
+class LObject {
+public:
+    explicit LObject(std::string name);
+    virtual ~LObject();
+    LObject(const LObject&) = delete;
+    LObject& operator=(const LObject&) = delete;
+
+    const std::string& name() const;
+    void set_name(std::string name);
+    /// Null for the root of a tree.
+    LObject* parent() const;
+    /// Layers and attributes mixed, in order of insertion.
+    const std::vector<std::unique_ptr<LObject>>& children() const;
+    /// Raised by one with each child added.
+    std::uint64_t version() const;
+    /// Appends `child`, takes it over and returns it.
+    LObject* add_child(std::unique_ptr<LObject> child);
+    /// Emitted by the destructor.
+    Signal& destroyed();
+
+protected:
+    friend class Linker;
+    struct Implementation;
+    std::unique_ptr<Implementation> object_;
+};
+
+/// A named value, a literal or a link to another attribute, with variants for states. Its children
+/// are the variants: attributes named by their sorted state names joined by ":".
+class LAttribute final : public LObject {
+public:
+    explicit LAttribute(std::string name);
+    ~LAttribute() override;
+
+    /// Cuts any link, stores the value and notifies; an equal value does nothing.
+    void set_value(AttributeValue value);
+    /// Stores an unresolved link and clears the value. False for an empty path.
+    bool set_link(std::string path);
+    /// Drops the link; a resolved one leaves the value that it showed.
+    void clear_link(bool notify);
+    /// The link's path as written; empty without a link.
+    const std::string& link_path() const;
+    bool has_link() const;
+    /// Null until resolved, and for an unresolved or cyclic link.
+    LAttribute* link_target() const;
+    bool cyclic() const;
+
+    /// The attribute's own value, none while it has a link.
+    const AttributeValue& value() const;
+    /// The value at the end of the link chain.
+    const AttributeValue& terminal_value() const;
+
+    /// The number or string in force under `active_states`; null when the value selected is of
+    /// another kind. The pointer is valid until the tree changes.
+    const double* number_value(const std::vector<std::string>& active_states) const;
+    const std::string* string_value(const std::vector<std::string>& active_states) const;
+
+    Signal& value_changed();
+    Signal& link_changed();
+
+private:
+    friend class Linker;
+    friend class StyleReader;
+    struct Implementation;
+    std::unique_ptr<Implementation> attribute_;
+};
+
+/// A layer: attributes and child layers under a name.
+class LLayer final : public LObject {
+public:
+    explicit LLayer(std::string name);
+    ~LLayer() override;
+
+    /// The layer that this one inherits from; null if none or unresolved.
+    LLayer* base() const;
+    /// The reference behind "<<" as written; empty if none.
+    const std::string& base_path() const;
+
+    /// The layer's own attribute of exactly this name, inherited ones included once the tree is
+    /// linked. Null if missing.
+    LAttribute* find_attribute(std::string_view name) const;
+    /// The layer reached from here by names joined by "/". Null if missing, and for an empty path.
+    LLayer* find_layer(std::string_view path) const;
+
+private:
+    friend class Linker;
+    friend class LayerBuilder;
+    friend class StyleReader;
+    struct Implementation;
+    std::unique_ptr<Implementation> layer_;
+    bool visiting = false;
+    bool linked = false;
+};
+
+/// Counts the changes of any style tree in this process: a child added or removed, a value or a
+/// link set. What was read from a tree is stale once the number has moved on.
+std::uint64_t style_revision();
+
+} // namespace Layers

@@ -1,0 +1,1 @@
+#include "runtime/corvel_app.h"

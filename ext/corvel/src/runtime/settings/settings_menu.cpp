@@ -1,0 +1,1 @@
+#include "runtime/settings/settings_menu.h"

@@ -1,0 +1,1 @@
+#include "runtime/desktop_app.h"

@@ -1,0 +1,1 @@
+#include "site/favicon/generate_favicons.h"

@@ -1,0 +1,1 @@
+#include "site/json_file.h"
