@@ -36,8 +36,11 @@ int run_desktop(int argc, char** argv, const DesktopAppConfig& config);
 /// The application's wiring, supplied by the application. Called once, before any widget exists.
 void build_app(CorvelApp& app);
 
-/// Replaces the configured directories by the asset tree beside the executable, if there is one.
+/// Replaces the configured directories by the asset tree in `executable_dir`/assets, if there is
+/// one; otherwise changes nothing.
 void resolve_asset_roots(DesktopAppConfig& config, const std::string& executable_dir);
+/// The same for the folder of the running executable.
+void resolve_asset_roots(DesktopAppConfig& config);
 
 /// The operating system's word, a hyphen, the processor's word, such as "linux-x86_64".
 std::string default_platform_key();
