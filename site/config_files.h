@@ -45,8 +45,7 @@ void ensure_format(Json& json);
 std::string read_title(const std::filesystem::path& path, ConfigKind kind);
 
 /// Reads the project that `reference` means, relative to `site_root`.
-ProjectInfo read_project_info(const std::string& reference,
-                              const std::filesystem::path& site_root);
+ProjectInfo read_project_info(const std::string& reference, const std::filesystem::path& site_root);
 
 /// The "type" of each home section in order, empty where it has none.
 std::vector<std::string> read_home_sections(const std::filesystem::path& path);

@@ -37,8 +37,7 @@ std::vector<ProjectRow> collect_projects(const Json& site_json,
 
 /// Makes a site's folders and configuration in `folder`. An empty title means "My Site". On
 /// failure false, with words for the user in `error`; folders made so far stay.
-bool create_site(const std::filesystem::path& folder, const std::string& title,
-                 std::string* error);
+bool create_site(const std::filesystem::path& folder, const std::string& title, std::string* error);
 
 /// Makes a project's folder and configuration and registers it, a family member right behind its
 /// family. `created_path` is the new configuration. On failure false, with words in `error`.

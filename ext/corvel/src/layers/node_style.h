@@ -6,7 +6,7 @@ namespace Corvel {
 
 /// How an area is filled.
 struct Fill {
-    std::string text;      ///< a colour, or gradient stops "offset:colour,offset:colour"; empty: none
+    std::string text; ///< a colour, or gradient stops "offset:colour,offset:colour"; empty: none
     bool gradient = false; ///< whether `text` holds gradient stops, running top to bottom
 
     friend bool operator==(const Fill&, const Fill&) = default;

@@ -128,9 +128,9 @@ public:
     /// Row click of a list with no handler of its own.
     RowHandler on_any_row_click;
     std::function<void(const HttpRequest&, std::function<void(const HttpResponse&)>)> http;
-    std::function<void(const std::string& method, const std::string& accept,
-                       const std::string& url, const HeaderList& headers,
-                       const std::string& field, std::function<void(const UploadResult&)>)>
+    std::function<void(const std::string& method, const std::string& accept, const std::string& url,
+                       const HeaderList& headers, const std::string& field,
+                       std::function<void(const UploadResult&)>)>
         uploader;
     /// Calls back with the chosen path, empty if cancelled.
     std::function<void(const PickRequest&, TextHandler)> file_pick;

@@ -14,14 +14,17 @@ template <class T>
 class SharedValue {
 public:
     SharedValue() = default;
-    SharedValue(T value) : box_(new Box{std::move(value), 1}) {}
+    SharedValue(T value)
+        : box_(new Box{std::move(value), 1}) {}
     SharedValue(const char* text) requires std::is_same_v<T, std::string>
         : SharedValue(std::string(text)) {}
-    SharedValue(const SharedValue& other) : box_(other.box_) {
+    SharedValue(const SharedValue& other)
+        : box_(other.box_) {
         if (box_)
             ++box_->count;
     }
-    SharedValue(SharedValue&& other) noexcept : box_(std::exchange(other.box_, nullptr)) {}
+    SharedValue(SharedValue&& other) noexcept
+        : box_(std::exchange(other.box_, nullptr)) {}
     SharedValue& operator=(SharedValue other) noexcept {
         std::swap(box_, other.box_);
         return *this;
@@ -53,9 +56,8 @@ public:
         return a.same(b) || a.get() == b.get();
     }
     friend bool operator==(const SharedValue& a, const T& b) { return a.get() == b; }
-    friend bool operator==(const SharedValue& a, const char* b)
-        requires std::is_same_v<T, std::string>
-    {
+    friend bool operator==(const SharedValue& a,
+                           const char* b) requires std::is_same_v<T, std::string> {
         return a.get() == b;
     }
 
