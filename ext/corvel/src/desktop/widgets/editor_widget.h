@@ -1,0 +1,95 @@
+#pragma once
+
+#include "desktop/widgets/vbox_widget.h"
+
+#include <QMargins>
+#include <QPoint>
+#include <QString>
+
+#include <functional>
+#include <string>
+
+class QLabel;
+class QLineEdit;
+class QTextEdit;
+class QVariantAnimation;
+
+namespace Corvel {
+
+class IconWidget;
+
+/// A text field in a painted box: one line with a label that floats above the text, or many lines.
+/// A read-only field of many lines is a log and stays at its end.
+///
+/// The application's text is written only when it differs from the last one given, so that what
+/// the user types stays; only real edits are reported, and only to `on_text_changed`.
+class EditorWidget : public VBoxWidget {
+    Q_OBJECT
+public:
+    explicit EditorWidget(QWidget* parent = nullptr);
+    ~EditorWidget() override;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    /// Shows `text` whatever the field holds; not reported.
+    void push_text(const std::string& text);
+    /// The text that the field holds.
+    QString current_text() const;
+
+    std::function<void(const std::string&)> on_text_changed;
+    QLineEdit* line_edit = nullptr;
+    QTextEdit* text_edit = nullptr; ///< null until the field first has many lines
+    bool multiline = false;
+    QLabel* floating_label = nullptr;
+    QVariantAnimation* label_animation = nullptr;
+    QString wanted_text; ///< the application's text as last given
+    QString seen_text;   ///< `wanted_text` when it was last applied
+    bool guard = false;  ///< the text is being set by us
+    /// While set, nothing is reported and an emptied field is not restored: the view sets it on
+    /// fields that are about to go or to change their place.
+    bool muted = false;
+    std::string family;
+    double font_size = 14.0;
+    double small_size = 10.0; ///< of the raised label
+    QMargins insets;
+    QPoint label_rest;         ///< the label's place over an empty field
+    QPoint label_up;           ///< and above a text
+    double label_progress = 0; ///< 0: at rest, 1: up
+    bool label_raised = false;
+    IconWidget* prefix_icon = nullptr; ///< null until first needed
+    int prefix_size = 0;
+    int prefix_space = 0;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    friend void apply_editor_style(EditorWidget*, const SharedStyle&, const std::string&,
+                                   const std::string&, bool);
+    void ensure_text_edit();
+    void style_lines(const NodeStyle& node_style, const QString& placeholder);
+    void style_line(const NodeStyle& node_style, const QString& placeholder);
+    void style_prefix(const NodeStyle& node_style);
+    void apply_text(bool first);
+    void set_control_text(const QString& text);
+    void set_lines(const QString& text);
+    void report(const QString& text);
+    void restore_if_emptied();
+    void follow_tail();
+    void lay_out();
+    void place_label();
+    void move_label(double progress);
+    void update_label(bool animated);
+
+    QString known_text_; ///< last text pushed into the control or reported
+};
+
+/// Brings the field up to its node: `style`, `placeholder` and the application's `text`. `first`
+/// tells that the field has just been made.
+void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
+                        const std::string& placeholder, const std::string& text, bool first);
+
+} // namespace Corvel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "svg/svg_animation.h"
+
+#include <QElapsedTimer>
+#include <QString>
+#include <QSvgRenderer>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class QTimer;
+class QWidget;
+
+namespace Corvel {
+
+/// The SVG that a widget shows: its text, its animation if it has one, and the renderer that holds
+/// the present frame in the present tint.
+class SvgDocument {
+public:
+    /// Takes `text` as the document and, if it moves, calls `tick` every 16 ms while `owner`
+    /// lives and the document stays. Loads nothing yet.
+    void open(const QString& text, QWidget* owner, std::function<void()> tick);
+    /// Forgets the document. The renderer keeps its picture until the next `load_frame` or `clear`.
+    void close();
+    /// Empties the renderer.
+    void clear();
+    /// Puts the frame of this moment in the renderer, tinted.
+    void load_frame(const std::string& tint);
+
+    QString svg_text;
+    std::unique_ptr<SvgAnimation> animation;
+    QTimer* frame_timer = nullptr; ///< owned by the widget; runs while an animated document is open
+    QElapsedTimer clock;           ///< since the document was opened
+    QSvgRenderer renderer;
+};
+
+} // namespace Corvel

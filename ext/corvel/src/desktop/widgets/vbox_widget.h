@@ -1,0 +1,41 @@
+#pragma once
+
+#include "runtime/render_node.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace Corvel {
+
+/// A painted box: fill, border and rounded corners from its style. It reports a press as a click,
+/// and can stand for the window's title bar (`window_drag`) or its edges (`window_resize`).
+class VBoxWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit VBoxWidget(QWidget* parent = nullptr);
+    ~VBoxWidget() override;
+
+    void set_style(const SharedStyle& value);
+    void set_opacity(double value);
+    /// Whether the box is announced as ticked; tells assistive programs of a change.
+    void set_checked(bool on);
+
+    std::function<void()> on_click; ///< a press of any button; set before the box is first shown
+    std::function<void()> on_resize;
+    SharedStyle style;
+    bool window_drag = false;
+    bool window_resize = false;
+    double opacity = 1.0;
+    bool checkable = false; ///< announced as a check box, not as a button
+    bool checked = false;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+};
+
+} // namespace Corvel

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "runtime/render_node.h"
+
+#include <QLabel>
+#include <QString>
+
+#include <string>
+
+class QFont;
+
+namespace Corvel {
+
+/// A plain-text label that asks for its text on one line and is wrapped by its layout.
+class WrapLabel : public QLabel {
+    Q_OBJECT
+public:
+    explicit WrapLabel(QWidget* parent = nullptr);
+    ~WrapLabel() override;
+
+    QSize sizeHint() const override;
+
+    /// Sets the text colour (empty: the palette's) and shows it.
+    void set_color(const std::string& value);
+    void set_opacity(double value);
+    /// Brings the style sheet up to `color` and `opacity`.
+    void restyle();
+
+    QString color;
+    double opacity = 1.0;
+};
+
+/// A label with the node's text, colour and font; `default_px` is the font's pixel size where the
+/// style names none. The font is fixed here. Word wrap is left off. Owned by the caller until it
+/// has a parent.
+WrapLabel* make_label(const RenderNode& node, int default_px);
+
+/// Gives `font` the family; "monospace" is the system's fixed-width one, empty changes nothing.
+void set_line_font(QFont& font, const std::string& family);
+
+} // namespace Corvel
