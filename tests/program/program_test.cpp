@@ -1,0 +1,153 @@
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+namespace {
+
+using TestSupport::read_file;
+using TestSupport::TempDir;
+using Environment = std::map<std::string, std::string>;
+
+struct Outcome {
+    int exit_code = -1;
+    std::string errors;
+};
+
+std::string quoted(const std::string& text) {
+    return "'" + text + "'";
+}
+
+/// Runs the program offscreen with a home of its own and waits for its end.
+Outcome run_program(const TempDir& home, const Environment& environment,
+                    const std::vector<std::string>& arguments = {},
+                    const std::string& program = PROGRAM) {
+    std::string command = "cd " + quoted(home.path().string()) + " && env -u LUMENFOLD_DEV_OPEN";
+    const Environment fixed{{"HOME", home.path().string()},
+                            {"XDG_CONFIG_HOME", (home / "config").string()},
+                            {"XDG_RUNTIME_DIR", home.path().string()},
+                            {"QT_QPA_PLATFORM", "offscreen"}};
+    for (const Environment& variables : {fixed, environment})
+        for (const auto& [name, value] : variables)
+            command += " " + name + "=" + quoted(value);
+    command += " timeout 60 " + quoted(program);
+    for (const std::string& argument : arguments)
+        command += " " + quoted(argument);
+    const std::filesystem::path errors = home / "errors.txt";
+    const int status = std::system((command + " 2>" + quoted(errors.string())).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(errors)};
+}
+
+std::filesystem::path example_copy(const TempDir& folder) {
+    const std::filesystem::path copy = folder / "site";
+    std::filesystem::copy(SOURCE_ROOT "/examples/tidewater", copy,
+                          std::filesystem::copy_options::recursive);
+    return copy;
+}
+
+std::vector<std::string> lines_of(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+/// Width and height from the header chunk of a PNG file (ISO/IEC 15948).
+std::pair<std::uint32_t, std::uint32_t> png_size(const std::filesystem::path& path) {
+    const std::string bytes = read_file(path);
+    if (bytes.size() < 24 || bytes.substr(1, 3) != "PNG")
+        return {0, 0};
+    const auto number = [&](std::size_t at) {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+        return value;
+    };
+    return {number(16), number(20)};
+}
+
+TEST(Program, ATypedTitleIsTheOnlyChangeOfTheFile) {
+    TempDir folder;
+    const std::filesystem::path config = example_copy(folder) / ".lumenfold-site";
+    const std::vector<std::string> before = lines_of(read_file(config));
+    const Outcome outcome = run_program(folder,
+                                        {{"CORVEL_SHOT", (folder / "one.png").string()},
+                                         {"CORVEL_SHOT2", (folder / "two.png").string()},
+                                         {"CORVEL_CLICK", "Site Form/Title Field=Harbour Notes"},
+                                         {"CORVEL_SHOT2_DELAY", "1500"}},
+                                        {config.string()});
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+    EXPECT_EQ(png_size(folder / "one.png"), std::pair(1000u, 700u));
+    EXPECT_EQ(png_size(folder / "two.png"), std::pair(1000u, 700u));
+
+    const std::vector<std::string> after = lines_of(read_file(config));
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        if (before[i].starts_with("  \"title\": "))
+            EXPECT_EQ(after[i], "  \"title\": \"Harbour Notes\",");
+        else
+            EXPECT_EQ(after[i], before[i]);
+}
+
+TEST(Program, ACommaLocaleChangesNothing) {
+    TempDir folder;
+    const std::string locale = (folder / "de_DE.UTF-8").string();
+    if (std::system(("localedef -i de_DE -f UTF-8 " + quoted(locale) + " 2>/dev/null").c_str()))
+        GTEST_SKIP() << "no locale could be made";
+    for (const std::string language : {"C.UTF-8", "de_DE.UTF-8"})
+        EXPECT_EQ(run_program(folder, {{"LOCPATH", folder.path().string()},
+                                       {"LC_ALL", language},
+                                       {"CORVEL_SHOT", (folder / (language + ".png")).string()}})
+                      .exit_code,
+                  0);
+    EXPECT_FALSE(read_file(folder / "C.UTF-8.png").empty());
+    EXPECT_EQ(read_file(folder / "C.UTF-8.png"), read_file(folder / "de_DE.UTF-8.png"));
+}
+
+TEST(Program, TheWindowMayStartBelowItsUsualMinimum) {
+    TempDir folder;
+    const std::string shot = (folder / "small.png").string();
+    EXPECT_EQ(
+        run_program(folder,
+                    {{"CORVEL_SHOT", shot}, {"CORVEL_WIDTH", "200"}, {"CORVEL_HEIGHT", "180"}})
+            .exit_code,
+        0);
+    EXPECT_EQ(png_size(shot), std::pair(200u, 180u));
+}
+
+TEST(Program, InstalledAssetsWithoutAThemeEndTheStart) {
+    TempDir folder;
+    std::filesystem::copy(PROGRAM, folder / "lumenfold");
+    for (const std::string content : {"", "{ not a theme"}) {
+        TestSupport::write_file(folder / "assets/corvel/themes/broken.json", content);
+        std::filesystem::create_directories(folder / "assets/corvel/styles");
+        const Outcome outcome = run_program(folder, {}, {}, (folder / "lumenfold").string());
+        EXPECT_EQ(outcome.exit_code, 1);
+        EXPECT_NE(outcome.errors.find("Corvel: failed to initialize (themes/styles/theme).\n"),
+                  std::string::npos)
+            << outcome.errors;
+    }
+}
+
+TEST(Program, InstalledAssetsWithoutStylesShowAnEmptyWindow) {
+    TempDir folder;
+    std::filesystem::copy(PROGRAM, folder / "lumenfold");
+    TestSupport::write_file(folder / "assets/corvel/themes/plain.json", R"({"Plain": {}})");
+    std::filesystem::create_directories(folder / "assets/corvel/styles");
+    const std::string shot = (folder / "empty.png").string();
+    const Outcome outcome =
+        run_program(folder, {{"CORVEL_SHOT", shot}}, {}, (folder / "lumenfold").string());
+    EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
+    EXPECT_EQ(png_size(shot), std::pair(1000u, 700u));
+}
+
+} // namespace
