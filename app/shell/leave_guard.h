@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/shell/confirm_dialog.h"
+
+namespace Lumenfold {
+
+/// The first of the active configuration's guards with unsaved text, null if there is none.
+const Guard* first_dirty_guard(const AppContext& context, const Shell& shell);
+
+/// Runs `continuation` at once when the active configuration holds no unsaved text; otherwise
+/// after the user agreed to discard it.
+void leave_guard(const Context& context, Continuation continuation);
+
+} // namespace Lumenfold
