@@ -2,6 +2,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -21,7 +23,7 @@ struct JsonError {
 /// one counts as one that does not parse, since writing and comparing it would recurse too far.
 std::optional<Json> parse_json(std::string_view text, JsonError* error = nullptr);
 
-/// The whole file as bytes; nothing if it cannot be opened.
+/// The whole file as bytes; nothing if it is no regular file or cannot be opened.
 std::optional<std::string> read_text_file(const std::filesystem::path& path);
 
 /// Reads and parses a file; nothing if it cannot be opened or does not parse.
@@ -31,12 +33,18 @@ std::optional<Json> read_json_file(const std::filesystem::path& path);
 /// Nothing when a text in it is not UTF-8.
 std::optional<std::string> dump_config(const Json& json);
 
-/// Writes `text` in place, truncating first. False if the file cannot be opened.
-bool write_text_file(const std::filesystem::path& path, std::string_view text);
+/// Which failures of a write count: that the file does not open, or also that not every byte
+/// arrives (a full disk).
+enum class WriteCheck : std::uint8_t { Opened, Complete };
 
-/// Writes the normal form in place; the text is complete before the file is opened. False if it
-/// cannot be opened or the document cannot be written.
-bool write_config_file(const std::filesystem::path& path, const Json& json);
+/// Writes `text` in place, truncating first. False if the file cannot be opened, or fails `check`.
+bool write_text_file(const std::filesystem::path& path, std::string_view text,
+                     WriteCheck check = WriteCheck::Opened);
+
+/// Writes the normal form in place; the text is complete before the file is opened, so a document
+/// with no normal form fails without touching the file. Otherwise as `write_text_file`.
+bool write_config_file(const std::filesystem::path& path, const Json& json,
+                       WriteCheck check = WriteCheck::Opened);
 
 /// The string under `key`; empty when the value is no object, the key is missing or no string.
 std::string text_at(const Json& json, const char* key);
