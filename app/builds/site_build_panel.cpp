@@ -1,0 +1,58 @@
+#include "app/app_context.h"
+#include "app/builds/build_run.h"
+#include "app/builds/build_state.h"
+#include "app/builds/versions_panel.h"
+#include "app/editing/edit_queue.h"
+#include "app/panels/build_panels.h"
+#include "runtime/corvel_app.h"
+
+namespace Lumenfold {
+namespace {
+
+constexpr const char* PANEL = "/Build Panel";
+constexpr const char* ADVANCED_CHECKBOX = "/Advanced Row/Advanced Checkbox";
+constexpr const char* OUTPUT_EDITOR = "/Output Editor";
+constexpr const char* BUILD_BUTTON = "/Actions Row/Build Button";
+constexpr const char* OUTPUT_BUTTON = "/Actions Row/Output Button";
+
+void build_site(const Context& context, const std::string& panel) {
+    if (build_blocked(*context) || !site_is_open(*context))
+        return;
+    // The builder must see the edits of the last half second.
+    flush_edits(context);
+    const std::string button = panel + BUILD_BUTTON;
+    context->app.add_state(button, "Disabled");
+    context->build->output.clear();
+
+    BuildRun run;
+    run.config_path = context->active.path;
+    run.arguments = {"site", "build", run.config_path, "--porcelain"};
+    run.log_prefix = "[Site]";
+    run.output_editor = panel + OUTPUT_EDITOR;
+    run.advanced_checkbox = panel + ADVANCED_CHECKBOX;
+    run.log = &context->build->log;
+    run.own_tag = [build = context->build](char tag, std::string_view text) {
+        if (tag != 'O')
+            return false;
+        build->output = text;
+        return true;
+    };
+    run.finished = [context, button] {
+        context->app.remove_state(button, "Disabled");
+        // A project opened meanwhile found the builder busy.
+        refresh_pending_count(*context);
+    };
+    start_build(context, std::move(run));
+}
+
+} // namespace
+
+void wire_site_build_panel(const Context& context) {
+    context->build = std::make_shared<BuildState>();
+    const std::string panel = context->site_shell.panels + PANEL;
+    context->app.on_click(panel + BUILD_BUTTON, [context, panel] { build_site(context, panel); });
+    context->app.on_click(panel + OUTPUT_BUTTON,
+                          [context] { open_folder(*context, context->build->output); });
+}
+
+} // namespace Lumenfold
