@@ -187,6 +187,9 @@ public:
 private:
     friend class RenderBuilder;
     struct State;
+    void click(const std::string& path);
+    void select_option(const std::string& path, const std::string& value);
+    void set_active_theme(const std::string& display_name);
     std::unique_ptr<State> state_;
 };
 

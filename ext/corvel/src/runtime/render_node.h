@@ -3,7 +3,9 @@
 #include "layers/node_style.h"
 #include "runtime/shared_value.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -37,6 +39,21 @@ struct ComboItem {
 
 using SharedStyle = SharedValue<NodeStyle>;
 
+/// The items of a Combo Box as a list that copies share.
+class SharedItems : public SharedValue<std::vector<ComboItem>> {
+public:
+    using SharedValue::SharedValue;
+    SharedItems() = default;
+    SharedItems(std::initializer_list<ComboItem> items)
+        : SharedValue(std::vector(items)) {}
+
+    auto begin() const { return get().begin(); }
+    auto end() const { return get().end(); }
+    std::size_t size() const { return get().size(); }
+    bool empty() const { return get().empty(); }
+    const ComboItem& operator[](std::size_t position) const { return get()[position]; }
+};
+
 /// One node of the interface as a render sees it. A tree of them is a value; copies share their
 /// texts and styles.
 struct RenderNode {
@@ -45,8 +62,8 @@ struct RenderNode {
     SharedText path;
     SharedText text; ///< the text to show
     SharedStyle style;
-    std::vector<ComboItem> items; ///< ComboBox only
-    SharedText selected;          ///< ComboBox only: value of the selected item
+    SharedItems items;   ///< ComboBox only
+    SharedText selected; ///< ComboBox only: value of the selected item
     std::vector<RenderNode> children;
 };
 

@@ -1,1 +1,125 @@
 #include "theme/theme.h"
+
+#include "theme/json_depth.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+
+namespace Corvel {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// One stop of a gradient: "position:colour", cut at the first colon.
+struct GradientStop {
+    double position;
+    std::string color;
+};
+
+std::optional<GradientStop> parse_stop(const Json& value) {
+    if (!value.is_string())
+        return std::nullopt;
+    const auto& text = value.get_ref<const std::string&>();
+    std::size_t colon = text.find(':');
+    if (colon == std::string::npos)
+        return std::nullopt;
+    return GradientStop{std::atof(text.substr(0, colon).c_str()), text.substr(colon + 1)};
+}
+
+/// Unfolds "Gradient" into its four values. False, and nothing stored, for any other form.
+bool read_gradient(const Json& value, std::map<std::string, ThemeValue>& values) {
+    if (!value.is_array() || value.size() != 2)
+        return false;
+    std::optional<GradientStop> start = parse_stop(value[0]);
+    std::optional<GradientStop> end = parse_stop(value[1]);
+    if (!start || !end)
+        return false;
+    values["Gradient.Start"] = start->position;
+    values["Gradient.Start Color"] = std::move(start->color);
+    values["Gradient.End"] = end->position;
+    values["Gradient.End Color"] = std::move(end->color);
+    return true;
+}
+
+ThemeValue to_theme_value(const Json& value) {
+    if (value.is_string())
+        return value.get_ref<const std::string&>();
+    if (value.is_boolean())
+        return value.get<bool>();
+    if (value.is_number())
+        return value.get<double>();
+    return {};
+}
+
+void read_meta(const Json& meta, Theme& theme) {
+    if (!meta.is_object())
+        return;
+    auto read = [&meta](const char* key, std::string& field) {
+        auto entry = meta.find(key);
+        if (entry != meta.end() && entry->is_string())
+            field = entry->get_ref<const std::string&>();
+    };
+    read("publisher", theme.publisher);
+    read("uuid", theme.uuid);
+    read("type", theme.type);
+}
+
+Theme read_theme(std::string name, const Json& json) {
+    Theme theme;
+    theme.name = std::move(name);
+    if (!json.is_object())
+        return theme;
+    for (const auto& [key, value] : json.items()) {
+        if (key == "_meta")
+            read_meta(value, theme);
+        else if (key != "Gradient" || !read_gradient(value, theme.values))
+            theme.values[key] = to_theme_value(value);
+    }
+    return theme;
+}
+
+} // namespace
+
+std::optional<Theme> parse_theme_file(std::string_view text) {
+    if (json_nests_deeper_than(text, max_json_depth))
+        return std::nullopt;
+    try {
+        const Json json = Json::parse(text);
+        for (const auto& [key, value] : json.items())
+            return read_theme(key, value);
+    } catch (const Json::exception&) {
+        // A number out of range is no parse error, yet the file is as unusable.
+    }
+    return std::nullopt;
+}
+
+std::string theme_display_name(const Theme& theme) {
+    const std::string& origin = theme.publisher.empty() ? theme.uuid : theme.publisher;
+    return origin.empty() ? theme.name : theme.name + " (" + origin + ")";
+}
+
+const std::string& theme_value(const Theme& theme, const std::string& key) {
+    static const std::string none;
+    auto entry = theme.values.find(key);
+    if (entry == theme.values.end())
+        return none;
+    const auto* text = std::get_if<std::string>(&entry->second);
+    return text ? *text : none;
+}
+
+const std::vector<std::pair<std::string, ThemeValue>>& default_theme() {
+    static const std::vector<std::pair<std::string, ThemeValue>> values = {
+        {"Foreground", "#e3e3e3"},
+        {"Gradient.Start", 0.0},
+        {"Gradient.Start Color", "#3a3c42"},
+        {"Gradient.End", 1.0},
+        {"Gradient.End Color", "#42454d"},
+        {"Primary", "#36393f"},
+        {"Secondary", "#2f3136"},
+        {"Tertiary", "#25272b"},
+    };
+    return values;
+}
+
+} // namespace Corvel

@@ -1,0 +1,120 @@
+#include "runtime/layer_plan.h"
+
+#include "layers/object_model.h"
+#include "runtime/corvel_app.h"
+
+#include <array>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+namespace Corvel {
+namespace {
+
+constexpr std::array<std::pair<std::string_view, NodeKind>, 14> prototypes = {{
+    {"Button", NodeKind::Button},
+    {"Icon", NodeKind::Icon},
+    {"Text", NodeKind::Text},
+    {"Editor", NodeKind::Editor},
+    {"Image", NodeKind::Image},
+    {"Video", NodeKind::Video},
+    {"Markdown", NodeKind::Markdown},
+    {"QR", NodeKind::QR},
+    {"Scanner", NodeKind::Scanner},
+    {"Check Box", NodeKind::CheckBox},
+    {"Combo Box", NodeKind::ComboBox},
+    {"Link", NodeKind::Link},
+    {"Host", NodeKind::Host},
+    {"Box", NodeKind::Box},
+}};
+
+bool inherits_from_detail(const Layers::LLayer& layer) {
+    for (const Layers::LLayer* base = layer.base(); base; base = base->base()) {
+        if (base->name() == "Detail")
+            return true;
+    }
+    return false;
+}
+
+bool names_distinct(const std::vector<std::unique_ptr<LayerPlan>>& plans) {
+    std::unordered_set<std::string_view> names;
+    for (const auto& plan : plans) {
+        if (!names.insert(*plan->name()).second)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+NodeKind node_kind_of(const Layers::LLayer* layer) {
+    for (; layer; layer = layer->base()) {
+        for (const auto& [name, kind] : prototypes) {
+            if (layer->name() == name)
+                return kind;
+        }
+    }
+    return NodeKind::Box;
+}
+
+std::vector<const Layers::LLayer*> template_children(const Layers::LLayer& layer) {
+    std::vector<const Layers::LLayer*> layers;
+    for (const auto& child : layer.children()) {
+        const auto* child_layer = dynamic_cast<const Layers::LLayer*>(child.get());
+        if (child_layer && !inherits_from_detail(*child_layer))
+            layers.push_back(child_layer);
+    }
+    return layers;
+}
+
+LayerPlan::LayerPlan(const Layers::LLayer& layer)
+    : layer_(layer)
+    , kind_(node_kind_of(&layer))
+    , name_(layer.name()) {}
+
+const std::vector<std::unique_ptr<LayerPlan>>& LayerPlan::children() {
+    if (!children_known_) {
+        children_known_ = true;
+        for (const Layers::LLayer* child : template_children(layer_))
+            children_.push_back(std::make_unique<LayerPlan>(*child));
+        distinct_children_ = names_distinct(children_);
+    }
+    return children_;
+}
+
+const LayerStyle& LayerPlan::style(const StateSet* states, const StyleInputs& inputs) {
+    for (auto& entry : styles_) {
+        if (entry->states == states) {
+            if (entry->epoch != inputs.epoch)
+                refresh(*entry, inputs);
+            return *entry;
+        }
+    }
+    styles_.push_back(std::make_unique<LayerStyle>());
+    styles_.back()->states = states;
+    refresh(*styles_.back(), inputs);
+    return *styles_.back();
+}
+
+void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
+    const std::vector<std::string>& states = entry.states->names();
+    NodeStyle style = Layers::read_node_style(&layer_, states);
+    Layers::apply_mobile_scale(style, &layer_, states, kind_ == NodeKind::Icon, inputs.icon_scale,
+                               inputs.font_scale, inputs.size_scale);
+    if (kind_ == NodeKind::Markdown && inputs.secondary_color)
+        style.secondary_text_color = *inputs.secondary_color;
+
+    const bool first = entry.epoch == 0;
+    entry.epoch = inputs.epoch;
+    if (!first && style == entry.style.get())
+        return;
+    if (style.bind.empty())
+        entry.binds = nullptr;
+    else if (first || style.bind != entry.style->bind)
+        entry.binds = std::make_shared<const Binds>(parse_binds(style.bind));
+    if (entry.text.get() != style.text_attr)
+        entry.text = style.text_attr;
+    entry.style = std::move(style);
+}
+
+} // namespace Corvel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runtime/render_node.h"
+
+#include <vector>
+
+namespace Corvel {
+
+/// Whether the names within each list of siblings are known to differ.
+enum class SiblingNames { Distinct, MayRepeat };
+
+/// Appends to `patches` what brings a view of `before` to `after`. Siblings are matched by name;
+/// of two equal names in `before` the later one counts. Survivors that only changed their places
+/// get no patch. `names` describes `before`: distinct names spare the look-up where the positions
+/// agree.
+void diff_nodes(const RenderNode& before, const RenderNode& after, SiblingNames names,
+                std::vector<RenderPatch>& patches);
+
+/// Whether both show the same, whatever their names, paths and children.
+bool nodes_equal(const RenderNode& a, const RenderNode& b);
+
+} // namespace Corvel
