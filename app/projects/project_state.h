@@ -1,13 +1,31 @@
 #pragma once
 
 #include "app/builds/build_state.h"
+#include "app/panels/set_panel.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace Lumenfold {
+
+/// A Markdown file that the manifest names: the README or the license.
+struct SourceDocument {
+    std::string panel;        ///< node path of the panel
+    std::string path_field;   ///< node path of the field that names the file
+    std::string pointer;      ///< of the name in the manifest
+    std::string default_name; ///< of a file made for an empty field
+    std::shared_ptr<FileEditor> editor;
+};
+
+/// One row of the dependencies or of the downloads.
+struct DepRow {
+    std::string name;
+    std::string url;
+    bool external = false;
+};
 
 /// What the panels of the project configurator share about the member shown. Set anew by
 /// `fill_project_panels`, except where told otherwise.
@@ -23,6 +41,13 @@ struct ProjectState {
     std::size_t member_index = 0; ///< in the active configuration's members
     std::string latest_label;     ///< of the newest version built; empty if there is none
     std::string latest_date;      ///< its declared release date; may be empty
+    std::vector<DepRow> dependencies;
+    std::vector<DepRow> downloads;
+
+    // Made once, while the panels are wired.
+    SourceDocument readme;
+    SourceDocument license;
+    std::shared_ptr<SetPanel> topics;
 };
 
 } // namespace Lumenfold
