@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 
+class QFont;
 class QLabel;
 class QLineEdit;
 class QTextEdit;
@@ -35,8 +36,6 @@ public:
 
     /// Shows `text` whatever the field holds; not reported.
     void push_text(const std::string& text);
-    /// The text that the field holds.
-    QString current_text() const;
 
     std::function<void(const std::string&)> on_text_changed;
     QLineEdit* line_edit = nullptr;
@@ -70,21 +69,26 @@ private:
     friend void apply_editor_style(EditorWidget*, const SharedStyle&, const std::string&,
                                    const std::string&, bool);
     void ensure_text_edit();
-    void style_lines(const NodeStyle& node_style, const QString& placeholder);
-    void style_line(const NodeStyle& node_style, const QString& placeholder);
-    void style_prefix(const NodeStyle& node_style);
+    void switch_control(bool many_lines, bool first);
+    void style_lines(const QString& placeholder);
+    void style_line(const QString& placeholder);
+    void style_prefix();
     void apply_text(bool first);
-    void set_control_text(const QString& text);
-    void set_lines(const QString& text);
-    void report(const QString& text);
+    void show_text(const QString& text);
+    void show_lines(const QString& text);
+    bool append_to_log(const QString& text);
+    void report_edit(const QString& text);
     void restore_if_emptied();
-    void follow_tail();
+    void keep_to_tail();
+    QFont control_font() const;
+    QColor text_color() const;
+    QRect content_rect() const;
     void lay_out();
-    void place_label();
-    void move_label(double progress);
+    void place_label(double progress);
     void update_label(bool animated);
 
-    QString known_text_; ///< last text pushed into the control or reported
+    QString known_text_;  ///< what the control holds, as last shown by us or edited by the user
+    bool at_tail_ = true; ///< a log: its end is in view
 };
 
 /// Brings the field up to its node: `style`, `placeholder` and the application's `text`. `first`

@@ -37,7 +37,6 @@ protected:
 
 private:
     void open_source();
-    void next_frame();
 };
 
 } // namespace Corvel

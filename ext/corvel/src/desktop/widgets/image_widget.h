@@ -4,6 +4,8 @@
 #include "desktop/widgets/svg_document.h"
 
 #include <QPixmap>
+#include <QRectF>
+#include <QSizeF>
 
 #include <string>
 
@@ -15,7 +17,7 @@ class ImageWidget : public MediaWidget, public SvgDocument {
     Q_OBJECT
 public:
     /// Shows the style's effective source.
-    explicit ImageWidget(const SharedStyle& style, QWidget* parent = nullptr);
+    explicit ImageWidget(const SharedStyle& node_style, QWidget* parent = nullptr);
     ~ImageWidget() override;
 
     void apply_style(const SharedStyle& value) override;
@@ -32,9 +34,12 @@ protected:
 
 private:
     void reload();
-    void next_frame();
     void load_remote();
     void load_file();
+    QRectF media_fit_rect(QSize natural) const;
+    const QPixmap& scaled_pixmap(QSizeF target);
+
+    QPixmap scaled_; ///< `pixmap` as last drawn, if smaller
 };
 
 } // namespace Corvel

@@ -20,6 +20,8 @@ public:
     void set_opacity(double value);
     /// Whether the box is announced as ticked; tells assistive programs of a change.
     void set_checked(bool on);
+    /// Acts as a press on the box does; nothing happens without `on_click`.
+    void click();
 
     std::function<void()> on_click; ///< a press of any button; set before the box is first shown
     std::function<void()> on_resize;

@@ -20,7 +20,7 @@ class VideoWidget : public MediaWidget {
     Q_OBJECT
 public:
     /// Takes the style's flags and its effective source.
-    explicit VideoWidget(const SharedStyle& style, QWidget* parent = nullptr);
+    explicit VideoWidget(const SharedStyle& node_style, QWidget* parent = nullptr);
     ~VideoWidget() override;
 
     void apply_style(const SharedStyle& value) override;

@@ -1,0 +1,152 @@
+#include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/icon_widget.h"
+#include "desktop/widgets/painting.h"
+#include "desktop/widgets/sizing.h"
+#include "desktop/widgets/style_sheet.h"
+#include "desktop/widgets/wrap_label.h"
+
+#include <QFont>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTextEdit>
+
+#include <algorithm>
+#include <utility>
+
+// How an editor takes the style of its node.
+
+namespace Corvel {
+
+namespace {
+
+constexpr double default_font_size = 14.0;
+constexpr double smallest_label_size = 9.0;
+constexpr double prefix_opacity = 0.5;
+
+QMargins insets_of(const NodeStyle& style) {
+    const int border = whole_pixels(style.border_thickness);
+    return {whole_pixels(style.padding_left) + border, whole_pixels(style.padding_top) + border,
+            whole_pixels(style.padding_right) + border,
+            whole_pixels(style.padding_bottom) + border};
+}
+
+void set_placeholder_color(QTextEdit* edit, QColor color) {
+    color.setAlphaF(0.5F);
+    QPalette palette = edit->palette();
+    if (palette.color(QPalette::PlaceholderText) == color)
+        return;
+    palette.setColor(QPalette::PlaceholderText, color);
+    edit->setPalette(palette);
+}
+
+} // namespace
+
+void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
+                        const std::string& placeholder, const std::string& text, bool first) {
+    editor->set_style(style);
+    editor->font_size = style->font_size > 0 ? style->font_size : default_font_size;
+    editor->small_size = std::max(editor->font_size * 0.72, smallest_label_size);
+    editor->insets = insets_of(style);
+    editor->wanted_text = QString::fromStdString(text);
+    editor->family = style->font_family;
+    editor->switch_control(style->multiline, first);
+    const QString hint = QString::fromStdString(placeholder);
+    if (editor->multiline)
+        editor->style_lines(hint);
+    else
+        editor->style_line(hint);
+    editor->apply_text(first);
+    editor->style_prefix();
+    editor->updateGeometry();
+    editor->lay_out();
+    if (!editor->multiline)
+        editor->update_label(false);
+}
+
+/// Shows the control of one line or of many. A field that changes takes its text along.
+void EditorWidget::switch_control(bool many_lines, bool first) {
+    const bool changed = !first && multiline != many_lines;
+    multiline = many_lines;
+    if (many_lines)
+        ensure_text_edit();
+    if (text_edit)
+        text_edit->setVisible(many_lines);
+    line_edit->setVisible(!many_lines);
+    floating_label->setVisible(!many_lines);
+    if (!changed)
+        return;
+    const QString held = std::exchange(known_text_, QString());
+    show_text(held);
+}
+
+void EditorWidget::style_lines(const QString& placeholder) {
+    const QScopedValueRollback<bool> quiet(guard, true);
+    text_edit->setReadOnly(style->read_only);
+    text_edit->setLineWrapMode(style->wrap ? QTextEdit::WidgetWidth : QTextEdit::NoWrap);
+    text_edit->setHorizontalScrollBarPolicy(style->wrap ? Qt::ScrollBarAlwaysOff
+                                                        : Qt::ScrollBarAsNeeded);
+    set_sheet(text_edit, QLatin1String("QTextEdit { background: transparent; border: none;") +
+                             color_rule(QString::fromStdString(style->text_color)) +
+                             QLatin1String(" }"));
+    text_edit->setFont(control_font());
+    text_edit->setPlaceholderText(placeholder);
+    text_edit->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
+    set_placeholder_color(text_edit, text_color());
+    style_scroll_bar(text_edit->verticalScrollBar(), text_color());
+    style_scroll_bar(text_edit->horizontalScrollBar(), text_color());
+}
+
+void EditorWidget::style_line(const QString& placeholder) {
+    const QColor color = text_color();
+    set_sheet(line_edit, QLatin1String("QLineEdit { background: transparent; border: none;") +
+                             color_rule(QString::fromStdString(style->text_color)) +
+                             QLatin1String(" }"));
+    set_sheet(floating_label,
+              QStringLiteral("background: transparent; color: rgba(%1, %2, %3, 0.5);")
+                  .arg(color.red())
+                  .arg(color.green())
+                  .arg(color.blue()));
+    line_edit->setEchoMode(style->secret ? QLineEdit::Password : QLineEdit::Normal);
+    line_edit->setReadOnly(style->read_only);
+    line_edit->setFont(control_font());
+    line_edit->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
+    floating_label->setText(placeholder);
+}
+
+void EditorWidget::style_prefix() {
+    if (multiline || style->source.empty()) {
+        if (prefix_icon)
+            prefix_icon->hide();
+        prefix_space = 0;
+        return;
+    }
+    if (!prefix_icon) {
+        prefix_icon = new IconWidget(style->source, this);
+        prefix_icon->set_opacity(prefix_opacity);
+    } else {
+        prefix_icon->set_source(style->source);
+    }
+    prefix_icon->set_color(style->text_color);
+    prefix_icon->raise();
+    prefix_icon->show();
+    prefix_size = whole_pixels(font_size * 1.15 + 0.5);
+    prefix_space = prefix_size + whole_pixels(font_size * 0.4 + 0.5);
+}
+
+QFont EditorWidget::control_font() const {
+    QFont result = font();
+    result.setPixelSize(whole_pixels(font_size + 0.5));
+    result.setItalic(false);
+    set_line_font(result, family);
+    return result;
+}
+
+QColor EditorWidget::text_color() const {
+    const QColor color = color_of(style->text_color);
+    return color.isValid() ? color : palette().color(QPalette::WindowText);
+}
+
+} // namespace Corvel

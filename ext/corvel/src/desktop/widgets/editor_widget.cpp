@@ -1,0 +1,185 @@
+#include "desktop/widgets/editor_widget.h"
+
+#include "desktop/widgets/icon_widget.h"
+#include "desktop/widgets/sizing.h"
+
+#include <QFocusEvent>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTextEdit>
+#include <QVariantAnimation>
+
+#include <algorithm>
+#include <limits>
+
+namespace Corvel {
+
+namespace {
+
+constexpr int label_motion_ms = 150;
+/// Between the content's edge, or the prefix icon, and the text.
+constexpr int text_indent = 4;
+
+int line_height(QFont font, double pixels) {
+    font.setPixelSize(whole_pixels(pixels + 0.5));
+    return QFontMetrics(font).height();
+}
+
+} // namespace
+
+EditorWidget::EditorWidget(QWidget* parent)
+    : VBoxWidget(parent)
+    , line_edit(new QLineEdit(this))
+    , floating_label(new QLabel(this))
+    , label_animation(new QVariantAnimation(this)) {
+    line_edit->setFrame(false);
+    line_edit->setMaxLength(std::numeric_limits<int>::max());
+    line_edit->installEventFilter(this);
+    floating_label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    floating_label->setTextFormat(Qt::PlainText);
+    label_animation->setDuration(label_motion_ms);
+    label_animation->setEasingCurve(QEasingCurve::InOutCubic);
+    connect(label_animation, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { place_label(value.toDouble()); });
+    connect(line_edit, &QLineEdit::textEdited, this, [this](const QString& text) {
+        const QPointer<EditorWidget> self(this);
+        report_edit(text);
+        if (self)
+            update_label(true);
+    });
+}
+
+EditorWidget::~EditorWidget() {
+    muted = true;
+}
+
+void EditorWidget::ensure_text_edit() {
+    if (text_edit)
+        return;
+    text_edit = new QTextEdit(this);
+    text_edit->setFrameStyle(QFrame::NoFrame);
+    text_edit->setAcceptRichText(false);
+    text_edit->setLineWrapMode(QTextEdit::WidgetWidth);
+    text_edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    text_edit->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    text_edit->viewport()->setAutoFillBackground(false);
+    connect(text_edit, &QTextEdit::textChanged, this, [this] {
+        if (!guard)
+            report_edit(text_edit->toPlainText());
+    });
+    // A text that is hidden, or long, is laid out after it was set: the end moves away later.
+    QScrollBar* bar = text_edit->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { at_tail_ = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this] {
+        if (at_tail_ && text_edit->isReadOnly())
+            keep_to_tail();
+    });
+}
+
+void EditorWidget::keep_to_tail() {
+    QScrollBar* bar = text_edit->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    at_tail_ = true;
+}
+
+bool EditorWidget::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == line_edit && event->type() == QEvent::FocusIn) {
+        update_label(true);
+    } else if (watched == line_edit && event->type() == QEvent::FocusOut) {
+        // Opening the field's own menu is not leaving it.
+        const QPointer<EditorWidget> self(this);
+        if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            restore_if_emptied();
+        if (!self)
+            return true;
+        update_label(true);
+    }
+    return VBoxWidget::eventFilter(watched, event);
+}
+
+void EditorWidget::mousePressEvent(QMouseEvent* event) {
+    QWidget* control = line_edit;
+    if (multiline && text_edit)
+        control = text_edit;
+    control->setFocus(Qt::OtherFocusReason);
+    event->accept();
+}
+
+void EditorWidget::resizeEvent(QResizeEvent* event) {
+    VBoxWidget::resizeEvent(event);
+    lay_out();
+}
+
+QSize EditorWidget::sizeHint() const {
+    const int text_height = line_height(control_font(), font_size);
+    const int around = insets.top() + insets.bottom();
+    if (multiline)
+        return {0, 3 * text_height + around + 8};
+    return {line_edit->sizeHint().width(),
+            line_height(control_font(), small_size) + around + text_height + 4};
+}
+
+QSize EditorWidget::minimumSizeHint() const {
+    return {0, sizeHint().height()};
+}
+
+QRect EditorWidget::content_rect() const {
+    return {insets.left(), insets.top(), std::max(0, width() - insets.left() - insets.right()),
+            std::max(0, height() - insets.top() - insets.bottom())};
+}
+
+void EditorWidget::lay_out() {
+    const QRect content = content_rect();
+    if (multiline) {
+        if (text_edit)
+            text_edit->setGeometry(content);
+        return;
+    }
+    line_edit->setGeometry(content);
+    line_edit->setTextMargins(prefix_space + text_indent, line_height(control_font(), small_size),
+                              0, 0);
+    const int text_height = line_height(control_font(), font_size);
+    const int left = content.left() + prefix_space + text_indent;
+    label_rest = {left, (height() - text_height) / 2};
+    label_up = {left, std::max(insets.top() - 3, 0)};
+    floating_label->resize(std::max(0, content.width() - prefix_space - text_indent), text_height);
+    if (prefix_icon && prefix_space >= 1)
+        prefix_icon->setGeometry(content.left() + text_indent, (height() - prefix_size) / 2,
+                                 prefix_size, prefix_size);
+    place_label(label_progress);
+}
+
+void EditorWidget::place_label(double progress) {
+    label_progress = progress;
+    const auto between = [progress](int from, int to) {
+        return int(from + (to - from) * progress);
+    };
+    floating_label->move(between(label_rest.x(), label_up.x()),
+                         between(label_rest.y(), label_up.y()));
+    QFont font = floating_label->font();
+    font.setPixelSize(whole_pixels(font_size + (small_size - font_size) * progress + 0.5));
+    font.setItalic(true);
+    if (font != floating_label->font())
+        floating_label->setFont(font);
+}
+
+void EditorWidget::update_label(bool animated) {
+    const bool raised = !multiline && (line_edit->hasFocus() || !line_edit->text().isEmpty());
+    if (animated && raised == label_raised)
+        return;
+    label_raised = raised;
+    label_animation->stop();
+    const double goal = raised ? 1.0 : 0.0;
+    if (!animated)
+        return place_label(goal);
+    label_animation->setStartValue(label_progress);
+    label_animation->setEndValue(goal);
+    label_animation->start();
+}
+
+} // namespace Corvel

@@ -1,0 +1,145 @@
+#include "desktop/widgets/vbox_widget.h"
+
+#include "desktop/widgets/accessible_box.h"
+#include "desktop/widgets/painting.h"
+
+#include <QAccessible>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPen>
+#include <QWindow>
+
+namespace Corvel {
+
+namespace {
+
+/// How near to an edge a press resizes the window, in pixels.
+constexpr int resize_reach = 8;
+
+Qt::Edges edges_at(const QWidget& box, QPoint at) {
+    Qt::Edges edges;
+    if (at.x() <= resize_reach)
+        edges |= Qt::LeftEdge;
+    else if (at.x() >= box.width() - resize_reach)
+        edges |= Qt::RightEdge;
+    if (at.y() <= resize_reach)
+        edges |= Qt::TopEdge;
+    else if (at.y() >= box.height() - resize_reach)
+        edges |= Qt::BottomEdge;
+    return edges;
+}
+
+Qt::CursorShape cursor_for(Qt::Edges edges) {
+    if (edges == (Qt::LeftEdge | Qt::TopEdge) || edges == (Qt::RightEdge | Qt::BottomEdge))
+        return Qt::SizeFDiagCursor;
+    if (edges == (Qt::RightEdge | Qt::TopEdge) || edges == (Qt::LeftEdge | Qt::BottomEdge))
+        return Qt::SizeBDiagCursor;
+    if (edges & (Qt::LeftEdge | Qt::RightEdge))
+        return Qt::SizeHorCursor;
+    if (edges & (Qt::TopEdge | Qt::BottomEdge))
+        return Qt::SizeVerCursor;
+    return Qt::ArrowCursor;
+}
+
+} // namespace
+
+VBoxWidget::VBoxWidget(QWidget* parent)
+    : QWidget(parent) {
+    install_accessible_boxes();
+}
+
+VBoxWidget::~VBoxWidget() = default;
+
+void VBoxWidget::set_style(const SharedStyle& value) {
+    style = value;
+    update();
+}
+
+void VBoxWidget::set_opacity(double value) {
+    if (opacity == value)
+        return;
+    opacity = value;
+    update();
+}
+
+void VBoxWidget::set_checked(bool on) {
+    if (checked == on)
+        return;
+    checked = on;
+    if (!QAccessible::isActive())
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+void VBoxWidget::click() {
+    // The handler may replace itself, or be the end of this widget.
+    if (const auto handler = on_click)
+        handler();
+}
+
+void VBoxWidget::mousePressEvent(QMouseEvent* event) {
+    if (on_click) {
+        event->accept();
+        click();
+        return;
+    }
+    QWindow* handle = window()->windowHandle();
+    if (window_resize && handle) {
+        const Qt::Edges edges = edges_at(*this, event->position().toPoint());
+        if (edges) {
+            handle->startSystemResize(edges);
+            event->accept();
+            return;
+        }
+    }
+    if (window_drag && handle) {
+        handle->startSystemMove();
+        event->accept();
+        return;
+    }
+    event->ignore();
+}
+
+void VBoxWidget::mouseMoveEvent(QMouseEvent* event) {
+    if (window_resize && event->buttons() == Qt::NoButton)
+        setCursor(cursor_for(edges_at(*this, event->position().toPoint())));
+    QWidget::mouseMoveEvent(event);
+}
+
+void VBoxWidget::leaveEvent(QEvent* event) {
+    if (window_resize)
+        unsetCursor();
+    QWidget::leaveEvent(event);
+}
+
+void VBoxWidget::paintEvent(QPaintEvent*) {
+    const bool border = style->border_thickness > 0 && !style->border_fill.text.empty();
+    if (!border && style->fill.text.empty())
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    apply_opacity(painter, opacity);
+    const double thickness = style->border_thickness;
+    const double inset = thickness / 2;
+    const QRectF area = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    const QPainterPath path = rounded_path(area, style);
+    paint_fill(painter, path, area, style->fill);
+    if (!border)
+        return;
+    const QBrush brush = fill_brush(area, style->border_fill);
+    if (brush.style() == Qt::NoBrush)
+        return;
+    painter.setPen(QPen(brush, thickness));
+    painter.drawPath(path);
+}
+
+void VBoxWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (const auto handler = on_resize)
+        handler();
+}
+
+} // namespace Corvel
