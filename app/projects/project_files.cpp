@@ -2,6 +2,7 @@
 
 #include "app/app_context.h"
 #include "app/json_view.h"
+#include "app/later.h"
 #include "app/projects/project_state.h"
 #include "runtime/corvel_app.h"
 #include "site/path_text.h"
@@ -10,6 +11,11 @@
 #include <nlohmann/json.hpp>
 
 namespace Lumenfold {
+namespace {
+
+constexpr int REREAD_DELAY_MS = 30;
+
+} // namespace
 
 std::filesystem::path member_folder(const AppContext& context) {
     return path_from_utf8(context.edits.path).parent_path();
@@ -59,6 +65,15 @@ Member read_member(const std::filesystem::path& config_path, bool umbrella) {
 void show_image(AppContext& context, const std::string& path, const std::string& file) {
     context.app.set_visible(path, !file.empty());
     context.app.set_source(path, file);
+}
+
+void show_replaced_image(const Context& context, const std::string& path, const std::string& file) {
+    show_image(*context, path, file);
+    if (!context->app.run_after)
+        return;
+    context->app.set_source(path, "");
+    run_later(context, REREAD_DELAY_MS,
+              [context, path, file] { context->app.set_source(path, file); });
 }
 
 } // namespace Lumenfold

@@ -30,4 +30,8 @@ Member read_member(const std::filesystem::path& config_path, bool umbrella);
 /// Shows a file in an Image node, or hides the node for an empty path.
 void show_image(AppContext& context, const std::string& path, const std::string& file);
 
+/// Shows a file whose content may have changed under its old name: the node is empty for a moment,
+/// since an unchanged source is not read again.
+void show_replaced_image(const Context& context, const std::string& path, const std::string& file);
+
 } // namespace Lumenfold

@@ -67,9 +67,7 @@ void use_logo(const Context& context, const std::filesystem::path& file) {
     if (!image)
         return;
     queue_edit(context, "/logo", image->reference);
-    const std::string node = context->project_shell.panels + LOGO_IMAGE;
-    context->app.set_visible(node, true);
-    show_replaced_image(context, node, image->path);
+    show_replaced_image(context, context->project_shell.panels + LOGO_IMAGE, image->path);
 
     OpenConfig& active = context->active;
     if (context->project->member_index < active.members.size())
