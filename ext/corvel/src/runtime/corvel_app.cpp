@@ -82,6 +82,13 @@ void CorvelApp::set_text(const std::string& path, const std::string& text) {
     state_->cache.touch(path);
 }
 
+void CorvelApp::append_text(const std::string& path, const std::string& addition) {
+    if (addition.empty())
+        return;
+    state_->texts[path].edit() += addition;
+    state_->cache.touch(path);
+}
+
 void CorvelApp::set_source(const std::string& path, const std::string& source) {
     if (source.empty())
         erase_entry(state_->sources, state_->cache, path);

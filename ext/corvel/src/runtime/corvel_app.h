@@ -86,6 +86,8 @@ public:
     void set_checked(const std::string& path, bool on);
     bool is_checked(const std::string& path) const;
     void set_text(const std::string& path, const std::string& text);
+    /// Adds to the end of the text set for a node: a log grows without being copied line by line.
+    void append_text(const std::string& path, const std::string& addition);
     /// An empty source returns the node to its style's source.
     void set_source(const std::string& path, const std::string& source);
     void set_href(const std::string& path, const std::string& href);
