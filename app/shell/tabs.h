@@ -12,6 +12,9 @@ std::string left_tab_path(const std::string& id);
 /// Publishes the tabs of the open configurations.
 void refresh_left_tabs(const Context& context);
 
+/// Gives the active configuration's tab another logo. With `reread` the same file has new content.
+void set_tab_logo(const Context& context, const std::string& logo, bool reread);
+
 /// Wires the tabs of the open configurations.
 void wire_left_tabs(const Context& context);
 
