@@ -85,6 +85,7 @@ public:
     void toggle_state(const std::string& path, const std::string& state);
     void set_checked(const std::string& path, bool on);
     bool is_checked(const std::string& path) const;
+    bool has_state(const std::string& path, const std::string& state) const;
     void set_text(const std::string& path, const std::string& text);
     /// Adds to the end of the text set for a node: a log grows without being copied line by line.
     void append_text(const std::string& path, const std::string& addition);
@@ -122,6 +123,15 @@ public:
     std::string selected(const std::string& path) const;
     /// Replaces the rows of a named list, then tells its listener.
     void set_rows(const std::string& key, std::vector<ListEntry> rows);
+
+    // -- For checks that code and styles agree ---------------------------------------------------
+
+    /// By path, what was set there or is listened to: "text", "source", "height", "state",
+    /// "hidden", "options", "input value", "click", "input", "select" and the like.
+    using PathUses = std::map<std::string, std::set<std::string>>;
+    PathUses path_uses() const;
+    /// The keys of every list that was filled or is listened to.
+    std::set<std::string> list_keys() const;
 
     // -- Services: slots that stay empty until an installer fills them --------------------------
 
