@@ -1,1 +1,220 @@
+#include "desktop/desktop_view.h"
+
+#include "desktop/desktop_view_p.h"
+#include "desktop/node_tree.h"
+#include "desktop/node_update.h"
+#include "desktop/overlays.h"
+#include "desktop/scroll_host.h"
+#include "desktop/video_selection.h"
+#include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/root_container.h"
+#include "desktop/widgets/vbox_widget.h"
 #include "runtime/corvel_app.h"
+
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace Corvel {
+
+namespace {
+
+/// The window of a view. It tells when it is shown, and when it is about to go, while its widgets
+/// are still whole.
+class ViewRoot final : public RootContainer {
+public:
+    ~ViewRoot() override {
+        if (on_closing)
+            on_closing();
+    }
+
+    std::function<void()> on_shown;
+    std::function<void()> on_closing;
+
+protected:
+    void showEvent(QShowEvent* event) override {
+        RootContainer::showEvent(event);
+        if (on_shown)
+            on_shown();
+    }
+};
+
+/// While patches are applied every change of focus is of the view's making, so that no field may
+/// report anything; and no render starts within another.
+class ApplyScope {
+public:
+    explicit ApplyScope(ViewState& view)
+        : view_(view) {
+        view_.applying = true;
+        mute(true);
+    }
+    ~ApplyScope() {
+        mute(false);
+        view_.applying = false;
+    }
+    ApplyScope(const ApplyScope&) = delete;
+    ApplyScope& operator=(const ApplyScope&) = delete;
+
+private:
+    void mute(bool on) {
+        for (EditorWidget* editor : view_.editors)
+            editor->muted = on;
+    }
+    ViewState& view_;
+};
+
+void apply_patch(ViewState& view, const RenderPatch& patch) {
+    switch (patch.kind) {
+    case PatchKind::Add:
+        add_node(view, patch);
+        break;
+    case PatchKind::Remove:
+        remove_node(view, patch.path);
+        break;
+    case PatchKind::Update:
+        update_node(view, patch);
+        break;
+    case PatchKind::Replace:
+        remove_node(view, patch.path);
+        add_node(view, patch);
+        break;
+    case PatchKind::SetEditorText:
+        set_editor_text(view, patch);
+        break;
+    }
+}
+
+void follow_width(ViewState& view, int width) {
+    resize_scrims(view);
+    const bool width_state = view.app->set_viewport_width(width);
+    const bool height_state = view.app->set_viewport_height(view.root->height());
+    if (width_state || height_state)
+        view.render_now();
+    position_overlays(view);
+}
+
+void follow_maximized(ViewState& view, bool on) {
+    if (view.app->set_maximized(on))
+        view.render_now();
+}
+
+/// The window goes: nothing may reach its widgets any more.
+void detach(ViewState& view) {
+    view.app->on_async_change = nullptr;
+    view.root->on_width_changed = nullptr;
+    view.root->on_maximized_changed = nullptr;
+    forget_all_nodes(view);
+    view.root = nullptr;
+}
+
+} // namespace
+
+bool is_below(const DNode& node, const DNode& ancestor) {
+    for (const DNode* above = node.parent; above; above = above->parent)
+        if (above == &ancestor)
+            return true;
+    return false;
+}
+
+DNode* ViewState::find(const std::string& path) {
+    const auto entry = nodes.find(path);
+    return entry == nodes.end() ? nullptr : &entry->second;
+}
+
+DNode* ViewState::find_dnode_by_widget(const QWidget* widget) const {
+    const auto entry = by_outer.find(widget);
+    return entry == by_outer.end() ? nullptr : entry->second;
+}
+
+void ViewState::render_now() {
+    if (applying)
+        schedule_render();
+    else
+        apply(app->render_patches());
+}
+
+void ViewState::schedule_render() {
+    if (render_pending || !root)
+        return;
+    render_pending = true;
+    QTimer::singleShot(0, root, [this] {
+        render_pending = false;
+        render_now();
+    });
+}
+
+void ViewState::apply(const std::vector<RenderPatch>& patches) {
+    if (!root)
+        return;
+    if (applying) {
+        queued.insert(queued.end(), patches.begin(), patches.end());
+        return;
+    }
+    const ApplyScope scope(*this);
+    theme_scroll_bars(*this);
+    for (const RenderPatch& patch : patches)
+        apply_patch(*this, patch);
+    while (!queued.empty())
+        for (const RenderPatch& patch : std::exchange(queued, {}))
+            apply_patch(*this, patch);
+    resume_layouts(*this);
+    position_overlays(*this);
+    schedule_video_check(*this);
+}
+
+bool ViewState::dispatch(const std::string& path, const std::string& event) {
+    const QPointer<QWidget> window(root);
+    app->dispatch_event(path, event);
+    return !window.isNull();
+}
+
+void ViewState::click(const std::string& path) {
+    if (!dispatch(path, "click"))
+        return;
+    render_now();
+    // A tick need not change the node's own style.
+    if (DNode* dnode = find(path); dnode && dnode->kind == NodeKind::CheckBox)
+        dnode->box->set_checked(app->is_checked(path));
+}
+
+DesktopView::DesktopView(CorvelApp& app)
+    : state_(std::make_unique<ViewState>(app)) {}
+
+DesktopView::~DesktopView() {
+    delete state_->root;
+}
+
+QWidget* DesktopView::build() {
+    ViewState& view = *state_;
+    auto* root = new ViewRoot;
+    root->on_closing = [&view] { detach(view); };
+    root->on_shown = [&view] {
+        // The window is not on the screen before the event is through.
+        if (!view.waiting_modals.empty())
+            QTimer::singleShot(0, view.root, [&view] { open_waiting_modals(view); });
+    };
+    view.root = root;
+    view.root_layout = new QVBoxLayout(root);
+    view.root_layout->setContentsMargins(0, 0, 0, 0);
+    view.apply(view.app->render_patches());
+    root->on_width_changed = [&view](int width) { follow_width(view, width); };
+    root->on_maximized_changed = [&view](bool on) { follow_maximized(view, on); };
+    view.app->on_async_change = [&view] { view.schedule_render(); };
+    return root;
+}
+
+void DesktopView::apply_patches(const std::vector<RenderPatch>& patches) {
+    state_->apply(patches);
+}
+
+void DesktopView::schedule_render() {
+    state_->schedule_render();
+}
+
+QWidget* DesktopView::widget_at(const std::string& path) const {
+    const DNode* dnode = state_->find(path);
+    return dnode ? dnode->widget : nullptr;
+}
+
+} // namespace Corvel

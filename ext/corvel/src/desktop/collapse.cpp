@@ -1,0 +1,95 @@
+#include "desktop/collapse.h"
+
+#include "desktop/desktop_view_p.h"
+#include "desktop/overlays.h"
+#include "desktop/widgets/root_container.h"
+
+#include <QEasingCurve>
+#include <QVariantAnimation>
+#include <QWidget>
+
+#include <utility>
+
+namespace Corvel {
+
+namespace {
+
+constexpr int FOLD_MS = 150;
+
+/// The height limits of an expanded node: free, or what its style fixes.
+void free_height(const DNode& dnode) {
+    dnode.widget->setMaximumHeight(dnode.fixed_height > 0 ? dnode.fixed_height : QWIDGETSIZE_MAX);
+    dnode.widget->setMinimumHeight(dnode.fixed_height);
+}
+
+void finish_fold(ViewState& view, const std::string& path, const QVariantAnimation* fold) {
+    DNode* dnode = view.find(path);
+    if (!dnode || dnode->collapse_animation != fold)
+        return;
+    dnode->collapse_animation = nullptr;
+    set_collapsed_limits(*dnode);
+    position_overlays(view);
+}
+
+void start_fold(ViewState& view, DNode& dnode, int from, int to) {
+    QWidget* widget = dnode.widget;
+    auto* fold = new QVariantAnimation(widget);
+    fold->setDuration(FOLD_MS);
+    fold->setEasingCurve(QEasingCurve::InOutQuad);
+    fold->setStartValue(from);
+    fold->setEndValue(to);
+    dnode.collapse_animation = fold;
+    // A removed widget lives until control is back in the event loop; its node does not.
+    const std::string path = *dnode.path;
+    QObject::connect(fold, &QVariantAnimation::valueChanged, widget,
+                     [&view, path, fold, widget](const QVariant& height) {
+                         const DNode* folding = view.find(path);
+                         if (!folding || folding->collapse_animation != fold)
+                             return;
+                         widget->setFixedHeight(height.toInt());
+                         position_overlays(view);
+                     });
+    QObject::connect(fold, &QVariantAnimation::finished, widget,
+                     [&view, path, fold] { finish_fold(view, path, fold); });
+    fold->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+} // namespace
+
+void note_fixed_height(DNode& dnode) {
+    // Markdown sizes itself.
+    const bool fixed = !dnode.markdown && dnode.widget->minimumHeight() > 0 &&
+                       dnode.widget->minimumHeight() == dnode.widget->maximumHeight();
+    dnode.fixed_height = fixed ? dnode.widget->minimumHeight() : 0;
+}
+
+void set_collapsed_limits(DNode& dnode) {
+    if (dnode.collapsed) {
+        dnode.widget->setMinimumHeight(0);
+        dnode.widget->setMaximumHeight(0);
+    } else {
+        free_height(dnode);
+    }
+}
+
+void apply_collapsed(ViewState& view, DNode& dnode, bool value) {
+    if (!dnode.widget)
+        return;
+    if (value == dnode.collapsed) {
+        if (dnode.collapse_animation)
+            dnode.widget->setFixedHeight(dnode.collapse_animation->currentValue().toInt());
+        else
+            set_collapsed_limits(dnode);
+        return;
+    }
+    dnode.collapsed = value;
+    if (QVariantAnimation* running = std::exchange(dnode.collapse_animation, nullptr))
+        running->stop();
+    free_height(dnode);
+    const int full =
+        dnode.fixed_height > 0 ? dnode.fixed_height : dnode.widget->sizeHint().height();
+    dnode.widget->setFixedHeight(value ? full : 0);
+    start_fold(view, dnode, value ? full : 0, value ? 0 : full);
+}
+
+} // namespace Corvel

@@ -1,0 +1,146 @@
+#include "desktop/node_tree.h"
+
+#include "desktop/desktop_view_p.h"
+#include "desktop/layout.h"
+#include "desktop/node_create.h"
+#include "desktop/overlays.h"
+#include "desktop/widgets/editor_widget.h"
+
+#include <QBoxLayout>
+#include <QList>
+
+#include <utility>
+#include <vector>
+
+namespace Corvel {
+
+namespace {
+
+/// The record of a parent, null if it is unknown or cannot be the parent of that path.
+DNode* parent_record(ViewState& view, const RenderPatch& patch) {
+    const std::string& parent = patch.parent_path;
+    const std::string& path = patch.node.path;
+    if (parent.empty() || !path.starts_with(parent + "/"))
+        return nullptr;
+    return view.find(parent);
+}
+
+/// Showing a child lays its parent out at once. While more children may follow, the layout is
+/// switched off.
+void pause_layout(ViewState& view, QLayout* layout) {
+    if (!layout->isEnabled() || !layout->parentWidget()->isVisible())
+        return;
+    layout->setEnabled(false);
+    view.paused_layouts.emplace_back(layout);
+}
+
+/// A widget that goes loses the focus on its way, which must not reach the application.
+void silence(ViewState& view, QWidget* top) {
+    QList<EditorWidget*> editors = top->findChildren<EditorWidget*>();
+    if (auto* editor = qobject_cast<EditorWidget*>(top))
+        editors.append(editor);
+    for (EditorWidget* editor : editors) {
+        editor->muted = true;
+        view.editors.erase(editor);
+    }
+}
+
+/// Erases the record of a node below one that goes. Its widgets go with their parents, except
+/// those that have none and those in a window of their own.
+void forget_node(ViewState& view, NodeMap::iterator entry) {
+    DNode& dnode = entry->second;
+    close_modal(view, entry->first);
+    view.by_outer.erase(dnode.outer);
+    view.floating.erase(entry->first);
+    if (!dnode.outer->parentWidget()) {
+        silence(view, dnode.outer);
+        dnode.outer->deleteLater();
+    }
+    view.nodes.erase(entry);
+}
+
+void forget_descendants(ViewState& view, const DNode& top) {
+    const std::string prefix = *top.path + "/";
+    std::vector<NodeMap::iterator> doomed;
+    for (auto at = view.nodes.lower_bound(prefix);
+         at != view.nodes.end() && at->first.starts_with(prefix); ++at)
+        if (is_below(at->second, top)) {
+            doomed.push_back(at);
+            if (view.modals.contains(at->first))
+                silence(view, at->second.outer);
+        }
+    // Children first: each still finds its parents.
+    for (auto entry = doomed.rbegin(); entry != doomed.rend(); ++entry)
+        forget_node(view, *entry);
+}
+
+} // namespace
+
+void add_node(ViewState& view, const RenderPatch& patch) {
+    DNode* parent = parent_record(view, patch);
+    const RenderNode& node = patch.node;
+    if (is_modal(node)) {
+        create_modal(view, node, parent);
+        return;
+    }
+    ModalNodes modals;
+    DNode& dnode = create_subtree(view, node, parent, modals);
+    if (patch.parent_path->empty()) {
+        view.root_layout->addWidget(dnode.outer);
+        dnode.outer->setVisible(true);
+    } else if (parent && parent->layout) {
+        pause_layout(view, parent->layout);
+        insert_child(*parent, dnode, patch.index, node.style);
+        dnode.outer->setVisible(true);
+    }
+    float_overlays(view, node);
+    if (parent)
+        rebalance_stretches(*parent);
+    create_modals(view, modals);
+}
+
+void remove_node(ViewState& view, const std::string& path) {
+    const auto entry = view.nodes.find(path);
+    if (entry == view.nodes.end()) {
+        close_modal(view, path);
+        return;
+    }
+    DNode& dnode = entry->second;
+    QWidget* outer = dnode.outer;
+    DNode* parent = dnode.parent;
+    silence(view, outer);
+    close_modal(view, path);
+    leave_host(view, dnode);
+    forget_descendants(view, dnode);
+    view.by_outer.erase(outer);
+    view.nodes.erase(entry);
+    outer->setParent(nullptr);
+    outer->deleteLater();
+    if (parent)
+        rebalance_stretches(*parent);
+}
+
+void forget_all_nodes(ViewState& view) {
+    for (EditorWidget* editor : std::exchange(view.editors, {}))
+        editor->muted = true;
+    for (const auto& [path, dnode] : view.nodes)
+        if (!dnode.outer->parentWidget())
+            dnode.outer->deleteLater();
+    view.nodes.clear();
+    view.modals.clear();
+    view.floating.clear();
+    view.by_outer.clear();
+    view.waiting_modals.clear();
+    view.scroll_values.clear();
+    view.themed_bars.clear();
+}
+
+void resume_layouts(ViewState& view) {
+    for (const QPointer<QLayout>& layout : std::exchange(view.paused_layouts, {}))
+        if (layout) {
+            layout->setEnabled(true);
+            layout->activate();
+        }
+}
+
+} // namespace Corvel

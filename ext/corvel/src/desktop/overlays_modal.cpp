@@ -1,0 +1,110 @@
+#include "desktop/desktop_view_p.h"
+#include "desktop/node_create.h"
+#include "desktop/overlays.h"
+#include "desktop/widgets/root_container.h"
+
+#include <QCloseEvent>
+#include <QLayout>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace Corvel {
+
+namespace {
+
+/// A dialog's node decides how long it is open: closed by the window manager, its scrim would stay
+/// and block the program.
+class DialogWindow : public QWidget {
+public:
+    explicit DialogWindow(QWidget* root)
+        : QWidget(root, Qt::Dialog | Qt::FramelessWindowHint) {
+        setAttribute(Qt::WA_TranslucentBackground);
+        setWindowModality(Qt::ApplicationModal);
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+QWidget* make_scrim(RootContainer* root) {
+    auto* scrim = new QWidget(root);
+    scrim->setStyleSheet(QStringLiteral("background-color: rgba(0, 0, 0, 0.5);"));
+    return scrim;
+}
+
+void open_modal(ViewState& view, const ModalWindow& modal) {
+    modal.scrim->setGeometry(view.root->rect());
+    modal.scrim->show();
+    modal.scrim->raise();
+    modal.window->adjustSize();
+    const QRect around = view.root->geometry();
+    modal.window->move(around.x() + (around.width() - modal.window->width()) / 2,
+                       around.y() + (around.height() - modal.window->height()) / 2);
+    modal.window->show();
+}
+
+void drop(ViewState& view, const ModalWindow& modal) {
+    const bool was_active = modal.window && modal.window->isActiveWindow();
+    for (const QPointer<QWidget>& part : {modal.scrim, modal.window})
+        if (part) {
+            part->hide();
+            part->deleteLater();
+        }
+    if (!was_active)
+        return;
+    QWidget* next = view.root;
+    for (const auto& [path, other] : view.modals)
+        if (other.window && other.window->isVisible())
+            next = other.window;
+    next->activateWindow();
+}
+
+} // namespace
+
+bool is_modal(const RenderNode& node) {
+    return node.style->overlay == "Modal";
+}
+
+void create_modal(ViewState& view, const RenderNode& node, DNode* parent) {
+    ModalWindow modal{new DialogWindow(view.root), make_scrim(view.root)};
+    auto* layout = new QVBoxLayout(modal.window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    ModalNodes inner;
+    layout->addWidget(create_subtree(view, node, parent, inner).outer);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    modal.window->setWindowTitle(view.root->windowTitle());
+    for (const RenderNode& child : node.children)
+        float_overlays(view, child);
+    close_modal(view, node.path);
+    view.modals[node.path] = modal;
+    if (view.root->isVisible())
+        open_modal(view, modal);
+    else
+        view.waiting_modals.push_back(node.path);
+    create_modals(view, inner);
+}
+
+void close_modal(ViewState& view, const std::string& path) {
+    const auto entry = view.modals.find(path);
+    if (entry == view.modals.end())
+        return;
+    const ModalWindow modal = std::exchange(entry->second, {});
+    view.modals.erase(entry);
+    drop(view, modal);
+}
+
+void open_waiting_modals(ViewState& view) {
+    for (const std::string& path : std::exchange(view.waiting_modals, {}))
+        if (const auto entry = view.modals.find(path);
+            entry != view.modals.end() && !entry->second.window->isVisible())
+            open_modal(view, entry->second);
+}
+
+void resize_scrims(ViewState& view) {
+    for (const auto& [path, modal] : view.modals)
+        if (modal.scrim)
+            modal.scrim->setGeometry(view.root->rect());
+}
+
+} // namespace Corvel

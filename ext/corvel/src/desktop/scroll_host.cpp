@@ -1,0 +1,109 @@
+#include "desktop/scroll_host.h"
+
+#include "desktop/desktop_view_p.h"
+#include "desktop/overlays.h"
+#include "desktop/video_selection.h"
+#include "desktop/widgets/painting.h"
+#include "desktop/widgets/root_container.h"
+#include "desktop/widgets/style_sheet.h"
+#include "desktop/widgets/vbox_widget.h"
+#include "runtime/corvel_app.h"
+
+#include <QFrame>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace Corvel {
+
+namespace {
+
+void scrolled(ViewState& view, QScrollBar* bar, int value) {
+    const int delta = value - std::exchange(view.scroll_values[bar], value);
+    // A render now could move the very bar that is sliding.
+    if (delta != 0 && !any_overlay_animating(view) && view.app->accumulate_scroll(delta))
+        view.render_now();
+    schedule_video_check(view);
+}
+
+void watch_bar(ViewState& view, QScrollBar* bar) {
+    view.scroll_values[bar] = bar->value();
+    QObject::connect(bar, &QScrollBar::valueChanged, view.root,
+                     [&view, bar](int value) { scrolled(view, bar, value); });
+}
+
+void add_themed_bar(ViewState& view, QScrollBar* bar) {
+    view.themed_bars.insert(bar);
+    style_scroll_bar(bar, color_of(view.bar_color));
+    QObject::connect(bar, &QObject::destroyed, view.root, [&view, bar] {
+        view.themed_bars.erase(bar);
+        view.scroll_values.erase(bar);
+    });
+}
+
+Qt::ScrollBarPolicy policy_of(bool used) {
+    return used ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
+}
+
+} // namespace
+
+QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style) {
+    const bool both = style.layout_scroll == "Both";
+    const bool upright = both || style.layout_scroll == "Vertical";
+    const bool sideways = both || style.layout_scroll == "Horizontal";
+    auto* frame = new QVBoxLayout(dnode.box);
+    frame->setContentsMargins(0, 0, 0, 0);
+    auto* area = new QScrollArea(dnode.box);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    // A press on a button in the area must not take the focus from the field being edited.
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setStyleSheet(QStringLiteral(
+        "QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; }"));
+    area->viewport()->setAutoFillBackground(false);
+    area->setVerticalScrollBarPolicy(policy_of(upright));
+    area->setHorizontalScrollBarPolicy(policy_of(sideways));
+    add_themed_bar(view, area->verticalScrollBar());
+    add_themed_bar(view, area->horizontalScrollBar());
+    auto* content = new QWidget;
+    content->setAutoFillBackground(false);
+    area->setWidget(content);
+    // The area turns this on for the widget that it is given.
+    content->setAutoFillBackground(false);
+    frame->addWidget(area);
+    dnode.scroll_area = area;
+    if (upright)
+        watch_bar(view, area->verticalScrollBar());
+    return content;
+}
+
+void drop_scroll_host(ViewState& view, DNode& dnode) {
+    QScrollArea* area = std::exchange(dnode.scroll_area, nullptr);
+    if (!area)
+        return;
+    QScrollBar* bar = area->verticalScrollBar();
+    bar->disconnect(view.root);
+    view.scroll_values.erase(bar);
+    view.themed_bars.erase(bar);
+    view.themed_bars.erase(area->horizontalScrollBar());
+    // One of its bars may be the sender of the signal that led here.
+    area->hide();
+    area->setParent(nullptr);
+    area->deleteLater();
+}
+
+void theme_scroll_bars(ViewState& view) {
+    const auto theme = view.app->themes().find(view.app->active_theme());
+    const std::string& color = theme == view.app->themes().end()
+                                   ? std::string()
+                                   : theme_value(theme->second, "Foreground");
+    if (color == view.bar_color)
+        return;
+    view.bar_color = color;
+    for (QScrollBar* bar : view.themed_bars)
+        style_scroll_bar(bar, color_of(color));
+}
+
+} // namespace Corvel
