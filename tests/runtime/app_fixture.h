@@ -1,0 +1,66 @@
+#pragma once
+
+#include "runtime/corvel_app.h"
+#include "support/temp_dir.h"
+
+#include <string>
+#include <vector>
+
+namespace TestSupport {
+
+/// A prototype for every kind of node, and the one that marks details.
+inline const std::string prototypes =
+    "Box\nText\nButton\nIcon\nEditor\nImage\nVideo\nMarkdown\nQR\n"
+    "Scanner\nCheck Box\nCombo Box\nLink\nHost\nDetail\n";
+
+inline const std::string theme_layer = "Theme:\n"
+                                       "    Foreground: \"\"\n"
+                                       "    Gradient.Start: 0\n"
+                                       "    Gradient.Start Color: \"\"\n"
+                                       "    Gradient.End: 0\n"
+                                       "    Gradient.End Color: \"\"\n"
+                                       "    Primary: \"\"\n"
+                                       "    Secondary: \"\"\n"
+                                       "    Tertiary: \"\"\n";
+
+inline std::string theme_text(const std::string& name, const std::string& members) {
+    return "{\"" + name + "\": {" + members + "}}";
+}
+
+/// An application whose styles and themes are written by the test. Its root is "App".
+class TestApp {
+public:
+    /// `interface` is the text of the application's own style file; each theme is a file's text.
+    explicit TestApp(const std::string& interface,
+                     const std::vector<std::string>& themes = {theme_text("Plain", "")}) {
+        write_file(dir / "styles/widgets/widgets.lyr", prototypes);
+        write_file(dir / "styles/mounts/theme.lyr", theme_layer);
+        write_file(dir / "app/app.lyr", interface);
+        std::filesystem::create_directories(dir / "themes");
+        for (std::size_t i = 0; i < themes.size(); ++i)
+            write_file(dir / ("themes/" + std::to_string(i) + ".json"), themes[i]);
+        app.set_root("App");
+        loaded = app.load_assets((dir / "themes").string(), (dir / "styles").string(), "",
+                                 {(dir / "app").string()});
+    }
+
+    Corvel::CorvelApp* operator->() { return &app; }
+
+    TempDir dir;
+    Corvel::CorvelApp app;
+    bool loaded = false;
+};
+
+/// The node at `path` below `tree`; null if there is none.
+inline const Corvel::RenderNode* find_node(const Corvel::RenderNode& tree,
+                                           const std::string& path) {
+    if (tree.path == path)
+        return &tree;
+    for (const Corvel::RenderNode& child : tree.children) {
+        if (const Corvel::RenderNode* found = find_node(child, path))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace TestSupport
