@@ -1,0 +1,52 @@
+#include "svg/easing.h"
+
+#include "svg/svg_values.h"
+
+#include <vector>
+
+namespace Corvel::Svg {
+namespace {
+
+/// One coordinate of the curve: 3(1-s)^2 s p1 + 3(1-s) s^2 p2 + s^3.
+struct Curve {
+    Curve(double p1, double p2)
+        : linear(3 * p1)
+        , square(3 * p2 - 6 * p1)
+        , cubic(3 * p1 - 3 * p2 + 1) {}
+    double at(double s) const { return ((cubic * s + square) * s + linear) * s; }
+
+    double linear;
+    double square;
+    double cubic;
+};
+
+} // namespace
+
+Easing parse_easing(std::string_view text) {
+    const std::size_t open = text.find('(');
+    if (!text.starts_with("cubic-bezier") || open == std::string_view::npos)
+        return {};
+    const std::vector<double> n = parse_numbers(text.substr(open));
+    return n.size() == 4 ? Easing{n[0], n[1], n[2], n[3], true} : Easing{};
+}
+
+double solve_easing(const Easing& easing, double x) {
+    if (!easing.valid)
+        return x;
+    // A fixed number of steps: the cost of a frame does not depend on the curve.
+    constexpr int steps = 32;
+    const Curve curve(easing.x1, easing.x2);
+    double low = 0;
+    double high = 1;
+    double middle = 0;
+    for (int step = 0; step < steps; ++step) {
+        middle = (low + high) / 2;
+        if (x > curve.at(middle))
+            low = middle;
+        else
+            high = middle;
+    }
+    return Curve(easing.y1, easing.y2).at(middle);
+}
+
+} // namespace Corvel::Svg
