@@ -17,7 +17,7 @@ namespace {
 
 using namespace Corvel::Svg;
 
-constexpr int rounds = 20'000;
+constexpr int rounds = 5'000;
 
 /// Texts put together from pieces that the patterns care about.
 class TextSource {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -28,9 +28,9 @@ std::string sheet(const std::string& css) {
     return "<svg><style>" + css + "</style><g class=\"a\"/></svg>";
 }
 
-// Hostile documents are read, and give frames, in a time that a person does not notice. What must
-// not happen is a stack overflow, or time that grows with the square of the size: that would take
-// minutes here, so the limit leaves much room for slow machines and sanitizers.
+// Hostile documents are read and give frames in no time. What must not happen is a stack overflow,
+// or time that grows with the square of the size: that would take minutes here, so the limit leaves
+// much room for slow machines and sanitizers.
 TEST(SvgAnimationSize, HugeDocumentsAreHarmless) {
     constexpr std::size_t large = 1'000'000;
     constexpr std::size_t medium = large / 5;
@@ -59,7 +59,7 @@ TEST(SvgAnimationSize, HugeDocumentsAreHarmless) {
                     repeat("<g class=\"a\"/>", medium) + "</svg>";
          }},
         {"spaces for a number",
-         [] { return "<svg><g transform=\"rotate(" + std::string(large, ' ') + "x)\">"; }},
+         [] { return sheet("g{transform:rotate(" + std::string(large, ' ') + "x)}"); }},
         {"spaces for an animated number",
          [] {
              return "<svg><g><animate attributeName=\"x\" values=\"" + std::string(large, ' ') +
@@ -86,10 +86,10 @@ TEST(SvgAnimationSize, HugeDocumentsAreHarmless) {
     for (const auto& [name, make] : cases) {
         SCOPED_TRACE(name);
         const std::string source = make();
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();
         const SvgAnimation animation(source);
         EXPECT_LT(animation.frame_at(500).size(), 2 * source.size() + 100);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+        EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC);
     }
 }
 
@@ -126,7 +126,7 @@ TEST(SvgAnimation, SurvivesDamagedDocuments) {
     const std::vector<std::string> pieces = {"<",   ">",     "/>", "</",   "\"",  "'",
                                              "=",   "{",     "}",  ";",    "%",   "nan",
                                              "inf", "1e999", "-",  "<!--", "]]>", "@"};
-    for (int round = 0; round < 20'000; ++round) {
+    for (int round = 0; round < 5'000; ++round) {
         std::string text = seeds[random() % seeds.size()];
         for (auto edits = 1 + random() % 6; edits > 0; --edits) {
             const std::size_t at = random() % (text.size() + 1);
