@@ -1,0 +1,97 @@
+#include "update/update_check.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Corvel {
+namespace {
+
+struct Version {
+    std::vector<std::string_view> core;
+    std::vector<std::string_view> pre_release; ///< empty for a release
+};
+
+std::vector<std::string_view> split_at_dots(std::string_view text) {
+    std::vector<std::string_view> parts;
+    for (std::size_t start = 0;;) {
+        const std::size_t dot = text.find('.', start);
+        parts.push_back(text.substr(start, dot - start));
+        if (dot == std::string_view::npos)
+            return parts;
+        start = dot + 1;
+    }
+}
+
+Version split_version(std::string_view text) {
+    if (!text.empty() && (text.front() == 'v' || text.front() == 'V'))
+        text.remove_prefix(1);
+    text = text.substr(0, text.find('+'));
+    const std::size_t dash = text.find('-');
+    Version version;
+    version.core = split_at_dots(text.substr(0, dash));
+    if (dash != std::string_view::npos && dash + 1 < text.size())
+        version.pre_release = split_at_dots(text.substr(dash + 1));
+    return version;
+}
+
+bool is_numeric(std::string_view part) {
+    return !part.empty() &&
+           std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// A numeric part as a 32-bit number, the largest one where it does not fit; 0 for any other part.
+std::int32_t number_of(std::string_view part) {
+    if (!is_numeric(part))
+        return 0;
+    std::int64_t value = 0;
+    for (const char digit : part)
+        value = std::min<std::int64_t>(value * 10 + (digit - '0'), INT32_MAX);
+    return static_cast<std::int32_t>(value);
+}
+
+int sign(std::int64_t difference) {
+    return (difference > 0) - (difference < 0);
+}
+
+int compare_cores(const Version& a, const Version& b) {
+    const std::size_t length = std::max(a.core.size(), b.core.size());
+    for (std::size_t i = 0; i < length; ++i) {
+        const std::int64_t left = i < a.core.size() ? number_of(a.core[i]) : 0;
+        const std::int64_t right = i < b.core.size() ? number_of(b.core[i]) : 0;
+        if (left != right)
+            return sign(left - right);
+    }
+    return 0;
+}
+
+int compare_identifiers(std::string_view a, std::string_view b) {
+    if (is_numeric(a) && is_numeric(b))
+        return sign(std::int64_t{number_of(a)} - number_of(b));
+    if (is_numeric(a) != is_numeric(b))
+        return is_numeric(a) ? -1 : 1;
+    return sign(a.compare(b));
+}
+
+int compare_pre_releases(const Version& a, const Version& b) {
+    if (a.pre_release.empty() || b.pre_release.empty())
+        return static_cast<int>(a.pre_release.empty()) - static_cast<int>(b.pre_release.empty());
+    const std::size_t length = std::min(a.pre_release.size(), b.pre_release.size());
+    for (std::size_t i = 0; i < length; ++i)
+        if (const int order = compare_identifiers(a.pre_release[i], b.pre_release[i]))
+            return order;
+    return sign(static_cast<std::int64_t>(a.pre_release.size()) -
+                static_cast<std::int64_t>(b.pre_release.size()));
+}
+
+} // namespace
+
+int compare_versions(std::string_view a, std::string_view b) {
+    const Version left = split_version(a);
+    const Version right = split_version(b);
+    const int cores = compare_cores(left, right);
+    return cores != 0 ? cores : compare_pre_releases(left, right);
+}
+
+} // namespace Corvel
