@@ -3,11 +3,26 @@
 #include <QFile>
 #include <QPainter>
 #include <QString>
+#include <QStringList>
 #include <QXmlStreamReader>
 
 namespace Lumenfold {
 
 namespace {
+
+/// Whether a length attribute is above zero in a unit of its own.
+bool is_length(QStringView text) {
+    while (!text.isEmpty() && text.back().isLetter())
+        text.chop(1);
+    return text.trimmed().toDouble() > 0;
+}
+
+bool is_view_box(QStringView text) {
+    const QString numbers =
+        text.toString().replace(QLatin1Char(','), QLatin1Char(' ')).simplified();
+    const QStringList parts = numbers.split(QLatin1Char(' '));
+    return parts.size() == 4 && parts[2].toDouble() > 0 && parts[3].toDouble() > 0;
+}
 
 /// Whether an SVG's root gives its size: Qt makes one up from the shapes otherwise. A compressed
 /// file, which is no XML to us, passes.
@@ -18,13 +33,10 @@ bool has_own_size(const QString& path) {
     QXmlStreamReader reader(&file);
     if (!reader.readNextStartElement())
         return true;
-    const QXmlStreamAttributes attributes = reader.attributes();
-    const auto is_length = [&](const char* name) {
-        const QStringView value = attributes.value(QLatin1String(name));
-        return !value.isEmpty() && !value.endsWith(QLatin1Char('%'));
-    };
-    return attributes.hasAttribute(QLatin1String("viewBox")) ||
-           (is_length("width") && is_length("height"));
+    const QXmlStreamAttributes root = reader.attributes();
+    return is_view_box(root.value(QLatin1String("viewBox"))) ||
+           (is_length(root.value(QLatin1String("width"))) &&
+            is_length(root.value(QLatin1String("height"))));
 }
 
 } // namespace
