@@ -21,14 +21,27 @@ class Signal {
 public:
     using Key = std::uint32_t;
 
+    Signal() = default;
+    ~Signal();
+    Signal(const Signal&) = delete;
+    Signal& operator=(const Signal&) = delete;
+
     /// Adds a callback and returns the key that removes it.
     Key connect(std::function<void()> callback);
     void disconnect(Key key);
-    void emit();
+    void emit() {
+        if (callbacks_)
+            call_all();
+    }
 
 private:
-    Key next_key_ = 0;
-    std::map<Key, std::function<void()>> callbacks_;
+    void call_all();
+
+    struct Callbacks {
+        Key next_key = 0;
+        std::map<Key, std::function<void()>> by_key;
+    };
+    std::shared_ptr<Callbacks> callbacks_; ///< null until the first is connected
 };
 
 /// A named object of the style tree. Parents own their children.
@@ -52,8 +65,18 @@ public:
     /// Emitted by the destructor.
     Signal& destroyed();
 
+    /// This object as a layer or an attribute; null if it is none.
+    LLayer* as_layer();
+    const LLayer* as_layer() const;
+    LAttribute* as_attribute();
+    const LAttribute* as_attribute() const;
+
 protected:
-    friend class Linker;
+    enum class Kind : std::uint8_t { Object, Attribute, Layer };
+    LObject(std::string name, Kind kind);
+
+private:
+    friend struct Records;
     struct Implementation;
     std::unique_ptr<Implementation> object_;
 };
@@ -92,8 +115,7 @@ public:
     Signal& link_changed();
 
 private:
-    friend class Linker;
-    friend class StyleReader;
+    friend struct Records;
     struct Implementation;
     std::unique_ptr<Implementation> attribute_;
 };
@@ -116,9 +138,7 @@ public:
     LLayer* find_layer(std::string_view path) const;
 
 private:
-    friend class Linker;
-    friend class LayerBuilder;
-    friend class StyleReader;
+    friend struct Records;
     struct Implementation;
     std::unique_ptr<Implementation> layer_;
     bool visiting = false;

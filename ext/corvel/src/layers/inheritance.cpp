@@ -1,0 +1,244 @@
+#include "layers/linker.h"
+#include "layers/object_records.h"
+#include "layers/tree_paths.h"
+
+#include <algorithm>
+#include <memory>
+#include <unordered_set>
+#include <vector>
+
+namespace Layers {
+namespace {
+
+void copy_link(LAttribute& to, const LAttribute& from) {
+    if (!from.has_link())
+        return;
+    Records::of(to).link = std::make_unique<AttributeLink>();
+    Records::of(to).link->path = from.link_path();
+    note_shape_change();
+}
+
+std::unique_ptr<LAttribute> clone_attribute(const LAttribute& attribute) {
+    auto clone = std::make_unique<LAttribute>(attribute.name());
+    Records::of(*clone).value = attribute.value();
+    copy_link(*clone, attribute);
+    for (const std::unique_ptr<LObject>& child : attribute.children())
+        if (const LAttribute* const variant = child->as_attribute())
+            clone->add_child(clone_attribute(*variant));
+    return clone;
+}
+
+std::unique_ptr<LLayer> clone_alone(LLayer& layer) {
+    auto clone = std::make_unique<LLayer>(layer.name());
+    Records::of(*clone).base = layer.base();
+    Records::of(*clone).base_path = layer.base_path();
+    Records::linked(*clone) = Records::linked(layer);
+    return clone;
+}
+
+// A deep copy with base and linked flag taken over, made without recursion over layers. Attributes
+// and child layers keep their order among each other.
+std::unique_ptr<LLayer> clone_layer(LLayer& layer) {
+    struct Pair {
+        LLayer* original;
+        LLayer* clone;
+    };
+    std::unique_ptr<LLayer> result = clone_alone(layer);
+    std::vector<Pair> pending{{&layer, result.get()}};
+    while (!pending.empty()) {
+        const auto [original, clone] = pending.back();
+        pending.pop_back();
+        for (const std::unique_ptr<LObject>& child : original->children()) {
+            if (LLayer* const inner = child->as_layer()) {
+                LObject* const added = clone->add_child(clone_alone(*inner));
+                pending.push_back({inner, added->as_layer()});
+            } else if (const LAttribute* const attribute = child->as_attribute()) {
+                clone->add_child(clone_attribute(*attribute));
+            }
+        }
+    }
+    return result;
+}
+
+void add_missing_variants(LAttribute& derived, const LAttribute& from) {
+    for (const std::unique_ptr<LObject>& child : from.children()) {
+        const LAttribute* const variant = child->as_attribute();
+        if (variant == nullptr)
+            continue;
+        const std::uint32_t hash = Records::object(*variant).name_hash;
+        if (Records::find_attribute(derived, variant->name(), hash) == nullptr)
+            derived.add_child(clone_attribute(*variant));
+    }
+}
+
+// Gives `derived` the state variants of `base_attribute` that it lacks, and those which that one
+// inherits - unless it holds these already since this very load.
+void inherit_variants(LAttribute& derived, const LAttribute& base_attribute) {
+    add_missing_variants(derived, base_attribute);
+    const LLayer* const base = base_attribute.parent()->as_layer();
+    const bool is_complete = Records::of(base_attribute).inherited_in_load == tree_revisions.load;
+    const std::uint32_t hash = Records::object(base_attribute).name_hash;
+    for (const LLayer* layer = is_complete ? nullptr : base->base(); layer; layer = layer->base())
+        if (const LAttribute* const same =
+                Records::find_attribute(*layer, base_attribute.name(), hash))
+            add_missing_variants(derived, *same);
+    Records::of(derived).inherited_in_load = tree_revisions.load;
+}
+
+void inherit_attribute(LLayer& derived, const LAttribute& base_attribute) {
+    const std::uint32_t hash = Records::object(base_attribute).name_hash;
+    LAttribute* own = Records::find_attribute(derived, base_attribute.name(), hash);
+    if (own == nullptr) {
+        own = derived.add_child(clone_attribute(base_attribute))->as_attribute();
+    } else {
+        if (own->has_link() || !std::holds_alternative<std::monostate>(own->value()))
+            return;
+        if (!own->set_link(base_attribute.link_path()))
+            own->set_value(base_attribute.terminal_value());
+    }
+    inherit_variants(*own, base_attribute);
+}
+
+std::vector<LLayer*> child_layers(const LLayer& layer) {
+    std::vector<LLayer*> layers;
+    for (const std::unique_ptr<LObject>& child : layer.children())
+        if (LLayer* const child_layer = child->as_layer())
+            layers.push_back(child_layer);
+    return layers;
+}
+
+LLayer* find_namesake(const LLayer& layer, const LLayer& other) {
+    return Records::find_layer(layer, other.name(), Records::object(other).name_hash);
+}
+
+bool starts_like(const std::vector<LLayer*>& layers, const std::vector<LLayer*>& start) {
+    const auto same_name = [](const LLayer* a, const LLayer* b) { return a->name() == b->name(); };
+    return layers.size() >= start.size() &&
+           std::equal(start.begin(), start.end(), layers.begin(), same_name);
+}
+
+// Puts the child layers that the base has as well first, in its order. They change places among
+// themselves only; attributes stay where they are.
+void order_like_base(LLayer& derived, const std::vector<LLayer*>& base_layers) {
+    if (base_layers.empty())
+        return;
+    const std::vector<LLayer*> before = child_layers(derived);
+    if (starts_like(before, base_layers))
+        return;
+    std::vector<LLayer*> after;
+    std::unordered_set<const LLayer*> placed;
+    const auto place = [&](LLayer* layer) {
+        if (placed.insert(layer).second)
+            after.push_back(layer);
+    };
+    for (const LLayer* const base_layer : base_layers)
+        place(find_namesake(derived, *base_layer));
+    for (LLayer* const layer : before)
+        place(layer);
+    Records::reorder_layers(derived, after);
+}
+
+// One pair of layers being merged, and the children of the base still to come.
+struct Merge {
+    LLayer* derived;
+    std::vector<LLayer*> base_layers;
+    std::size_t next = 0;
+};
+
+// Copies the base's attributes and lists its child layers as they are now: a merge may add to the
+// base itself where it lies inside the derived layer.
+Merge begin_merge(LLayer& derived, const LLayer& base) {
+    const std::size_t count = base.children().size();
+    for (std::size_t i = 0; i < count; ++i)
+        if (const LAttribute* const attribute = base.children()[i]->as_attribute())
+            inherit_attribute(derived, *attribute);
+    return {&derived, child_layers(base)};
+}
+
+void merge_base(LLayer& derived, const LLayer& base) {
+    std::vector<Merge> open{begin_merge(derived, base)};
+    while (!open.empty()) {
+        Merge& merge = open.back();
+        if (merge.next == merge.base_layers.size()) {
+            order_like_base(*merge.derived, merge.base_layers);
+            open.pop_back();
+            continue;
+        }
+        LLayer& base_layer = *merge.base_layers[merge.next++];
+        if (LLayer* const own = find_namesake(*merge.derived, base_layer))
+            open.push_back(begin_merge(*own, base_layer));
+        else
+            merge.derived->add_child(clone_layer(base_layer));
+    }
+}
+
+// One layer being linked: its base first, then its children, then the merge.
+struct Linking {
+    LLayer* layer;
+    bool base_done = false;
+    std::size_t next_child = 0;
+};
+
+LLayer* next_child_layer(Linking& linking) {
+    const auto& children = linking.layer->children();
+    while (linking.next_child < children.size())
+        if (LLayer* const child = children[linking.next_child++]->as_layer())
+            return child;
+    return nullptr;
+}
+
+class LinkWalk {
+public:
+    void run(LLayer& layer) {
+        begin(layer);
+        while (!open_.empty())
+            step();
+    }
+
+private:
+    void begin(LLayer& layer) {
+        if (Records::visiting(layer) || Records::linked(layer))
+            return;
+        Records::visiting(layer) = true;
+        open_.push_back({&layer});
+    }
+
+    void step() {
+        Linking& linking = open_.back();
+        LLayer& layer = *linking.layer;
+        if (!linking.base_done) {
+            linking.base_done = true;
+            begin_base(layer);
+        } else if (LLayer* const child = next_child_layer(linking)) {
+            begin(*child);
+        } else {
+            open_.pop_back();
+            if (layer.base() != nullptr)
+                merge_base(layer, *layer.base());
+            Records::visiting(layer) = false;
+            Records::linked(layer) = true;
+        }
+    }
+
+    void begin_base(LLayer& layer) {
+        LLayer*& base = Records::of(layer).base;
+        if (base == nullptr)
+            return;
+        if (Records::visiting(*base)) {
+            base = nullptr;
+            note_shape_change();
+        } else {
+            begin(*base);
+        }
+    }
+
+    std::vector<Linking> open_;
+};
+
+} // namespace
+
+void link_layer(LLayer& layer) {
+    LinkWalk().run(layer);
+}
+
+} // namespace Layers
