@@ -1,7 +1,6 @@
 #include "layers/tree_paths.h"
 
-#include <algorithm>
-#include <ranges>
+#include <memory>
 
 namespace Layers {
 
@@ -33,7 +32,8 @@ std::string full_path(const LObject& object) {
     for (const LObject* o = &object; o->parent() != nullptr; o = o->parent())
         chain.push_back(o);
     std::string path;
-    for (const LObject* const o : chain | std::views::reverse) {
+    for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+        const LObject* const o = *link;
         const bool is_variant = o->parent()->as_attribute() != nullptr;
         const bool is_first = o->parent()->parent() == nullptr;
         if (is_variant)
@@ -46,8 +46,9 @@ std::string full_path(const LObject& object) {
 }
 
 void push_child_layers(std::vector<LLayer*>& stack, const LLayer& layer) {
-    for (const auto& child : layer.children() | std::views::reverse)
-        if (LLayer* const child_layer = child->as_layer())
+    const std::vector<std::unique_ptr<LObject>>& children = layer.children();
+    for (auto child = children.rbegin(); child != children.rend(); ++child)
+        if (LLayer* const child_layer = (*child)->as_layer())
             stack.push_back(child_layer);
 }
 
