@@ -166,42 +166,68 @@ FrameTemplate::FrameTemplate(const SvgDocument& document, std::vector<AnimationT
     FrameTemplateBuilder(*this, document, std::move(tracks)).build();
 }
 
-std::string FrameTemplate::at(double ms) const {
-    std::string out;
-    out.reserve(literals_.size() + holes_.size() * typical_value_size);
-    // Where the value of a track that moves several elements was written first.
+/// A frame that is being put together.
+class FrameWriter {
+public:
+    FrameWriter(const FrameTemplate& frame, double ms)
+        : frame_(frame)
+        , ms_(ms)
+        , written_(frame.tracks_.size()) {
+        out_.reserve(frame.literals_.size() + frame.holes_.size() * typical_value_size);
+    }
+
+    std::string write() {
+        std::size_t cursor = 0;
+        for (const FrameTemplate::Hole& hole : frame_.holes_) {
+            out_.append(frame_.literals_, cursor, hole.literal_end - cursor);
+            cursor = hole.literal_end;
+            fill(hole);
+        }
+        out_.append(frame_.literals_, cursor);
+        return std::move(out_);
+    }
+
+private:
+    /// Where the value of a track stands that was written already, for one of its elements.
     struct Written {
         std::size_t position = 0;
         std::size_t length = 0;
     };
-    std::vector<Written> written(tracks_.size());
-    std::size_t cursor = 0;
-    for (const Hole& hole : holes_) {
-        out.append(literals_, cursor, hole.literal_end - cursor);
-        cursor = hole.literal_end;
-        const std::size_t start = out.size();
-        out += hole.lead;
-        bool has_value = false;
-        for (std::size_t i = hole.first_writer; i < hole.last_writer && !has_value; ++i) {
-            Written& known = written[writers_[i]];
-            const std::size_t position = out.size();
-            if (known.length > 0) {
-                out.append(out, known.position, known.length);
-                has_value = true;
-            } else if (append_track_value(out, tracks_[writers_[i]], ms)) {
-                known = {position, out.size() - position};
-                has_value = true;
+
+    void fill(const FrameTemplate::Hole& hole) {
+        const std::size_t start = out_.size();
+        out_ += hole.lead;
+        for (std::size_t i = hole.first_writer; i < hole.last_writer; ++i) {
+            if (append_value(frame_.writers_[i])) {
+                out_ += hole.tail;
+                return;
             }
         }
-        if (has_value) {
-            out += hole.tail;
-        } else {
-            out.resize(start);
-            out += hole.fallback;
-        }
+        out_.resize(start);
+        out_ += hole.fallback;
     }
-    out.append(literals_, cursor);
-    return out;
+
+    bool append_value(std::size_t track) {
+        Written& known = written_[track];
+        if (known.length > 0) {
+            out_.append(out_, known.position, known.length);
+            return true;
+        }
+        const std::size_t position = out_.size();
+        if (!append_track_value(out_, frame_.tracks_[track], ms_))
+            return false;
+        known = {position, out_.size() - position};
+        return true;
+    }
+
+    const FrameTemplate& frame_;
+    const double ms_;
+    std::vector<Written> written_;
+    std::string out_;
+};
+
+std::string FrameTemplate::at(double ms) const {
+    return FrameWriter(*this, ms).write();
 }
 
 } // namespace Corvel::Svg

@@ -31,6 +31,7 @@ private:
         std::string fallback;    ///< stands here while no writer has a value
     };
     friend class FrameTemplateBuilder;
+    friend class FrameWriter;
 
     std::vector<AnimationTrack> tracks_;
     std::string literals_;

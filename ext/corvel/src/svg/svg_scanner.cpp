@@ -115,11 +115,14 @@ private:
         document_.elements.push_back(std::move(element));
     }
 
+    /// Skips white space from `at`, at most to `close`.
+    std::size_t skip_spaces(std::size_t at, std::size_t close) const {
+        while (at < close && is_space(text_[at]))
+            ++at;
+        return at;
+    }
+
     void scan_attributes(SvgElement& element, std::size_t at, std::size_t close) const {
-        const auto skip_spaces = [&] {
-            while (at < close && is_space(text_[at]))
-                ++at;
-        };
         while (true) {
             while (at < close && (is_space(text_[at]) || text_[at] == '/'))
                 ++at;
@@ -128,27 +131,26 @@ private:
             const std::size_t name_start = at;
             while (at < close && text_[at] != '=' && !is_space(text_[at]))
                 ++at;
-            const std::string_view name = text_.substr(name_start, at - name_start);
-            std::size_t value_start = at;
-            std::size_t value_end = at;
-            skip_spaces();
-            if (at < close && text_[at] == '=') {
-                ++at;
-                skip_spaces();
-                value_start = value_end = at;
-                if (at < close && (text_[at] == '"' || text_[at] == '\'')) {
-                    value_start = at + 1;
-                    value_end = text_.substr(0, close).find(text_[at], value_start);
-                    at = value_end == npos ? close : value_end + 1;
-                    if (value_end == npos)
-                        value_end = close;
-                }
-            }
-            if (!name.empty())
-                element.attributes.push_back({name,
-                                              text_.substr(value_start, value_end - value_start),
-                                              value_start, value_end});
+            SvgAttribute attribute{text_.substr(name_start, at - name_start), {}, at, at};
+            at = skip_spaces(at, close);
+            if (at < close && text_[at] == '=')
+                at = scan_value(attribute, skip_spaces(at + 1, close), close);
+            if (!attribute.name.empty())
+                element.attributes.push_back(attribute);
         }
+    }
+
+    /// Reads the value at `at`, empty unless it is quoted. Returns the index just past it.
+    std::size_t scan_value(SvgAttribute& attribute, std::size_t at, std::size_t close) const {
+        attribute.value_start = attribute.value_end = at;
+        if (at == close || (text_[at] != '"' && text_[at] != '\''))
+            return at;
+        const std::size_t quote = text_.substr(0, close).find(text_[at], at + 1);
+        attribute.value_start = at + 1;
+        attribute.value_end = quote == npos ? close : quote;
+        attribute.value =
+            text_.substr(attribute.value_start, attribute.value_end - attribute.value_start);
+        return quote == npos ? close : quote + 1;
     }
 
     SvgDocument& document_;
