@@ -35,10 +35,10 @@ std::shared_ptr<SetPanel> make_panel(const std::string& path) {
     panel->pointer_root = "/build/topics/";
     panel->label_key = "label";
     panel->numbered = "Topic ";
-    panel->fields = {{"Label Field", "label"},
-                     {"Title Field", "title"},
-                     {"Intro Field", "intro"},
-                     {"Source Field", "source"}};
+    panel->fields = {{"/Label Field", "label"},
+                     {"/Title Field", "title"},
+                     {"/Intro Field", "intro"},
+                     {"/Source Field", "source"}};
     panel->file_key = "source";
     panel->discard_message =
         "The Topics editor has unsaved changes. Switching topics will discard them.";
