@@ -34,9 +34,10 @@ const QRegularExpression& fill_attribute() {
     return pattern;
 }
 
+/// Same as fill\s*[:=]\s*"?\s*url\(\s*#([^)\s]+), but a run of blanks is divided in one way only.
 const QRegularExpression& gradient_reference() {
     static const QRegularExpression pattern(
-        QStringLiteral(R"re(fill\s*[:=]\s*"?\s*url\(\s*#([^)\s]+))re"));
+        QStringLiteral(R"re(fill\s*+[:=]\s*+(?:"\s*+)?url\(\s*+#([^)\s]+))re"));
     return pattern;
 }
 
