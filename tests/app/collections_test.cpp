@@ -119,7 +119,7 @@ TEST_F(Collections, SocialCards) {
          "Socials");
     EXPECT_EQ(ui.rows(SOCIAL_CARDS), (Names{"social-0", "social-1", "social-2"}));
     EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-0").substr(0, 7), "Mail|me");
-    EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-1"), "solo");
+    EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-1"), "solo|solo");
     EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-2"), "Same");
     const auto external = [&](const std::string& row) {
         return ui.shown(SOCIAL_CARDS + "/" + row + "/External");

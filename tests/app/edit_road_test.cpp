@@ -73,8 +73,8 @@ TEST_F(EditRoad, KeepsEditsWhileTheFileCannotBeRead) {
     write_file(file, R"({"url": "other"})"); // another program has finished writing
     ui.type(TAB_TEXT, "t");
     ui.advance(500);
-    EXPECT_EQ(read_file(file), "{\n  \"url\": \"other\",\n  \"title\": \"B\",\n"
-                               "  \"branding\": {\n    \"tab_text\": \"t\"\n  }\n}\n");
+    EXPECT_EQ(read_file(file), "{\n  \"url\": \"other\",\n  \"branding\": {\n"
+                               "    \"tab_text\": \"t\"\n  },\n  \"title\": \"B\"\n}\n");
 }
 
 TEST_F(EditRoad, DropsOnlyTheEditThatDoesNotFitTheFile) {
@@ -95,7 +95,8 @@ TEST_F(EditRoad, TellsTheLineOfInvalidJson) {
     const Case cases[] = {
         {"{\n  \"title\": \"A\",\n  oops\n}\n", "Invalid JSON — line 3: syntax error", false, true},
         {"", "Invalid JSON — line 1: ", false, true},
-        {"{\"a\": 1e999}", "Invalid JSON — line 1: number overflow", false, true},
+        {"{\"a\": 1e999}",
+         "Invalid JSON — line 1: [json.exception.out_of_range.406] number overflow", false, true},
         {"{\n\n\"a\": \"\xff\"}", "Invalid JSON — line 3: ", false, true},
         {"[]", "Unsaved changes", true, false},
         {"{\n  \"title\": \"A\"\n}\n", "", false, false},

@@ -194,7 +194,7 @@ TEST_F(Opening, TheNewQuestionReplacesTheOldAndAnActionMayAskAgain) {
     ui.confirm();
     EXPECT_EQ(ui.question(), "");
     EXPECT_EQ(ui.rows(SOCIALS + "/Social Cards"), Names{"social-0"});
-    EXPECT_EQ(ui.text(SOCIALS + "/Social Cards/social-0/Title"), "one");
+    EXPECT_EQ(ui.reading(SOCIALS + "/Social Cards/social-0"), "one");
 }
 
 } // namespace
