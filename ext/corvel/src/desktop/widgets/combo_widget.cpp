@@ -68,6 +68,9 @@ bool ComboWidget::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    // The control shrinks itself to its contents some time after these have changed.
+    if (watched == combo && event->type() == QEvent::Resize)
+        lay_out();
     return VBoxWidget::eventFilter(watched, event);
 }
 

@@ -40,8 +40,12 @@ void EditorWidget::show_text(const QString& text) {
     if (multiline)
         return show_lines(text);
     known_text_ = text;
-    if (line_edit->text() != text)
-        line_edit->setText(text);
+    if (line_edit->text() == text)
+        return;
+    line_edit->setText(text);
+    // A text longer than its field is read from its beginning.
+    if (!line_edit->hasFocus())
+        line_edit->setCursorPosition(0);
 }
 
 void EditorWidget::show_lines(const QString& text) {
