@@ -48,6 +48,8 @@ std::string quote(const std::string& text) {
     return "\"" + text + "\"";
 }
 
+const Words intents = {"\"list:open\"", "\"list:add:alpha\"", "\"list:\"", "\"window:drag\""};
+
 /// Writes the style file of a random interface.
 class InterfaceWriter {
 public:
@@ -56,13 +58,12 @@ public:
 
     std::string write() {
         text_ = "App:\n";
-        write_children(1, 14);
+        write_children(1, 3 + dice_.below(4), 35);
         return text_;
     }
 
 private:
-    void write_children(int depth, int percent_lists) {
-        const int count = dice_.below(depth > 3 ? 2 : 5) + (depth == 1 ? 2 : 0);
+    void write_children(int depth, int count, int percent_lists) {
         for (int i = 0; i < count; ++i)
             write_layer(depth, "L" + std::to_string(i), percent_lists);
     }
@@ -71,18 +72,23 @@ private:
         static const Words kinds = {"Box",  "Box",       "Text",      "Button",
                                     "Icon", "Editor",    "Image",     "Markdown",
                                     "QR",   "Check Box", "Combo Box", "Detail"};
-        line(depth, name + " << Corvel/" + dice_.pick(kinds) + ":");
+        const std::string kind = dice_.pick(kinds);
+        line(depth, name + " << Corvel/" + kind + ":");
         line(depth + 1, "Tag: " + quote(name)); // so that no body is empty
         write_attributes(depth + 1);
+        if (kind == "Button" && dice_.chance(60))
+            write_value(depth + 1, "Intent", dice_.pick(intents), dice_.pick(intents));
+        const bool list = dice_.chance(percent_lists);
         std::string bind;
-        if (dice_.chance(percent_lists))
-            bind = dice_.chance(30) ? "ThemeList" : "List:" + dice_.pick(list_keys);
-        else if (dice_.chance(45))
+        if (list)
+            bind = dice_.chance(25) ? "ThemeList" : "List:" + dice_.pick(list_keys);
+        else if (dice_.chance(50))
             bind = random_pieces();
         if (!bind.empty())
             write_value(depth + 1, "Bind", quote(bind), quote(random_pieces()));
         if (depth < 5)
-            write_children(depth + 1, percent_lists / 2);
+            write_children(depth + 1, list ? 1 + dice_.below(2) : dice_.below(depth > 2 ? 3 : 4),
+                           percent_lists / 2);
     }
 
     void write_attributes(int depth) {
@@ -101,7 +107,6 @@ private:
             {"Font.Size", {"12", "14"}},
             {"Margins.Left", {"4", "0"}},
             {"Source", {quote("star"), quote("moon")}},
-            {"Intent", {quote("list:open"), quote("list:add:alpha"), quote("list:")}},
         };
         for (const Choice& choice : choices) {
             if (dice_.chance(22))
@@ -321,13 +326,13 @@ private:
         const std::string path = some_path();
         const std::string value = dice_.pick(values);
         const std::string state = dice_.pick(state_words);
-        const int operation = dice_.below(20);
+        const int operation = dice_.below(26);
         log_.push_back(std::to_string(operation) + " " + path + " '" + value + "' " + state);
         if (operation < 8)
             change_texts(operation, path, value);
         else if (operation < 14)
             change_states(operation, path, state);
-        else if (operation < 17)
+        else if (operation < 22)
             change_lists(operation, path, value);
         else
             change_surroundings();
@@ -431,7 +436,7 @@ private:
         std::vector<ListEntry> rows;
         const bool repeat = dice_.chance(15);
         std::set<std::string> used;
-        for (int i = dice_.below(6); i > 0; --i) {
+        for (int i = dice_.below(7); i > 0; --i) {
             ListEntry row{repeat || dice_.chance(15) ? dice_.pick(row_ids)
                                                      : "r" + std::to_string(dice_.below(5)),
                           {}};

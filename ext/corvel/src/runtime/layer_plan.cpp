@@ -69,6 +69,7 @@ std::vector<const Layers::LLayer*> template_children(const Layers::LLayer& layer
 
 LayerPlan::LayerPlan(const Layers::LLayer& layer)
     : layer_(layer)
+    , reader_(&layer)
     , kind_(node_kind_of(&layer))
     , name_(layer.name()) {}
 
@@ -98,7 +99,7 @@ const LayerStyle& LayerPlan::style(const StateSet* states, const StyleInputs& in
 
 void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
     const std::vector<std::string>& states = entry.states->names();
-    NodeStyle style = Layers::read_node_style(&layer_, states);
+    NodeStyle style = reader_.read(states);
     Layers::apply_mobile_scale(style, &layer_, states, kind_ == NodeKind::Icon, inputs.icon_scale,
                                inputs.font_scale, inputs.size_scale);
     if (kind_ == NodeKind::Markdown && inputs.secondary_color)

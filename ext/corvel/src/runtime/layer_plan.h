@@ -58,6 +58,7 @@ private:
     void refresh(LayerStyle& entry, const StyleInputs& inputs);
 
     const Layers::LLayer& layer_;
+    Layers::StyleReader reader_;
     NodeKind kind_;
     SharedText name_;
     bool children_known_ = false;
