@@ -111,9 +111,10 @@ TEST_F(Builds, TheVersionsTableComesFromTheBuilder) {
     list_versions({"R\t1.2\t1.2.3\t2026-01-02\tpending\t1", "R\t1.1\tv1.1\t\texcluded\t0",
                    "R\tfour\tfields\tonly\t1", "R\t1.0\t1.0.0\t2025-01-01\tno-tag\tyes", "E\tfirst",
                    "E\t", "E\tsecond", "noise"});
-    EXPECT_EQ(ui.rows(VERSIONS_LIST), (Words{"version-0", "version-1", "version-2"}));
+    EXPECT_EQ(ui.rows(VERSIONS_LIST),
+              (Words{"version-0", "version-0:sep", "version-1", "version-1:sep", "version-2"}));
     EXPECT_EQ(ui.reading(VERSIONS_LIST + "/version-0"), "1.2|.3|2026-01-02|Pending");
-    EXPECT_EQ(ui.reading(VERSIONS_LIST + "/version-1"), "1.1|v1.1||Excluded");
+    EXPECT_EQ(ui.reading(VERSIONS_LIST + "/version-1"), "1.1|v1.1|Excluded");
     EXPECT_EQ(ui.reading(VERSIONS_LIST + "/version-2"), "1.0|.0|2025-01-01|No Tag");
     EXPECT_EQ(ui.text(STATUS), "first\nsecond");
     const std::string checkbox = "/Include Cell/Include Checkbox";
@@ -203,7 +204,7 @@ TEST_F(Builds, AnAnswerForAnotherProjectIsDropped) {
     list_versions({"R\t2.0\t2.0.0\t\tcomplete\t1"});
     finish(first, {"R\t1.0\t1.0.0\t\tpending\t1"}, 0);
     show("Versions");
-    EXPECT_EQ(ui.reading(VERSIONS_LIST), "2.0|.0||Complete");
+    EXPECT_EQ(ui.reading(VERSIONS_LIST), "2.0|.0|Complete");
 }
 
 TEST_F(Builds, ExcludingAsksBeforeOutputIsDeleted) {
