@@ -1,11 +1,7 @@
 #include "app_driver.h"
 
-#include "layers/log.h"
-#include "runtime/desktop_app.h"
-
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <stdexcept>
 
 namespace TestSupport {
@@ -15,34 +11,14 @@ namespace {
 const std::string MESSAGE_DIALOG = "App/Message Dialog";
 const std::string CONFIRM_DIALOG = "App/Confirm Dialog";
 
-std::unique_ptr<Corvel::CorvelApp> make_app() {
-    Layers::set_log_sink([](const std::string& line) { ADD_FAILURE() << "logged: " << line; });
-    auto app = std::make_unique<Corvel::CorvelApp>();
-    const std::string root = SOURCE_ROOT;
-    if (!app->load_assets(root + "/ext/corvel/themes", root + "/ext/corvel/styles", "",
-                          {root + "/styles"}))
-        throw std::runtime_error("no theme loads");
-    app->add_global_state("Desktop");
-    return app;
-}
-
 } // namespace
 
 AppDriver::AppDriver()
-    : app(make_app())
+    : app(load_app())
     , platform(*app) {}
 
-AppDriver::~AppDriver() {
-    Layers::set_log_sink({});
-}
-
 void AppDriver::start(const std::vector<std::filesystem::path>& files) {
-    std::string lines;
-    for (const std::filesystem::path& file : files)
-        lines += file.string() + "\n";
-    ::setenv("LUMENFOLD_DEV_OPEN", lines.c_str(), 1);
-    Corvel::build_app(*app);
-    ::unsetenv("LUMENFOLD_DEV_OPEN");
+    build_with_files(*app, files);
     render();
 }
 
@@ -216,12 +192,6 @@ void AppDriver::apply_to_editors(const Corvel::RenderPatch& patch) {
 void AppDriver::push(Editor& editor, const std::string& text) const {
     editor.content = text;
     editor.rendered = text;
-}
-
-std::filesystem::path copy_example(const std::filesystem::path& folder) {
-    std::filesystem::copy(std::string(SOURCE_ROOT) + "/examples/tidewater", folder,
-                          std::filesystem::copy_options::recursive);
-    return folder / ".lumenfold-site";
 }
 
 } // namespace TestSupport

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "loaded_app.h"
 #include "support/fake_platform.h"
 #include "support/model_view.h"
 #include "support/temp_dir.h"
@@ -18,7 +19,6 @@ namespace TestSupport {
 class AppDriver {
 public:
     AppDriver();
-    ~AppDriver();
     AppDriver(const AppDriver&) = delete;
     AppDriver& operator=(const AppDriver&) = delete;
 
@@ -57,7 +57,7 @@ public:
     void cancel();
 
     TempDir dir;
-    std::unique_ptr<Corvel::CorvelApp> app; ///< behind a pointer, so that a test can end it
+    std::unique_ptr<Corvel::CorvelApp> app;
     FakePlatform platform;
 
 private:
@@ -74,8 +74,5 @@ private:
     ModelView view_;
     std::map<std::string, Editor> editors_;
 };
-
-/// Copies the example site's folder and returns its configuration.
-std::filesystem::path copy_example(const std::filesystem::path& folder);
 
 } // namespace TestSupport
