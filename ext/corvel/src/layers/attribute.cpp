@@ -134,7 +134,10 @@ LAttribute::~LAttribute() {
             --attribute_->departed;
         }
     }
-    clear_link(false);
+    if (attribute_->link) {
+        Records::attach(*this, nullptr);
+        attribute_->link_changed.emit();
+    }
     Records::object(*this).kind = Kind::Object;
 }
 

@@ -1,0 +1,119 @@
+#include "layers/layers_support.h"
+
+#include "layers/layer_builder.h"
+#include "layers/lexer.h"
+#include "layers/linker.h"
+#include "layers/log.h"
+#include "layers/parser.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <utility>
+
+namespace Layers {
+
+std::vector<std::string> lines_of(const std::vector<Diagnostic>& diagnostics) {
+    std::vector<std::string> lines;
+    for (const Diagnostic& diagnostic : diagnostics)
+        lines.push_back(std::to_string(diagnostic.line) + ": " + diagnostic.message);
+    return lines;
+}
+
+LogCapture::LogCapture() {
+    set_log_sink([this](const std::string& line) { lines_.push_back(line); });
+}
+
+LogCapture::~LogCapture() {
+    set_log_sink({});
+    for (const std::string& line : lines_)
+        ADD_FAILURE() << "unexpected in the log: " << line;
+}
+
+std::vector<std::string> LogCapture::take() {
+    return std::exchange(lines_, {});
+}
+
+void StyleTree::load(const std::vector<std::string_view>& texts) {
+    LayerBuilder builder(root);
+    for (const std::string_view text : texts) {
+        Lexer lexer(text);
+        Parser parser(lexer.tokenize());
+        const FileNode file = parser.parse_file();
+        EXPECT_EQ(lines_of(lexer.diagnostics()), std::vector<std::string>{});
+        EXPECT_EQ(lines_of(parser.diagnostics()), std::vector<std::string>{});
+        builder.pour(file);
+    }
+    resolve_bases(root);
+    for (const std::unique_ptr<LObject>& child : root.children())
+        if (LLayer* const layer = child->as_layer())
+            link_layer(*layer);
+}
+
+void StyleTree::link() {
+    link_attributes(root);
+}
+
+LLayer& StyleTree::layer(const std::string& path) {
+    LLayer* const found = path.empty() ? &root : root.find_layer(path);
+    if (found == nullptr)
+        throw std::runtime_error("no layer " + path);
+    return *found;
+}
+
+LAttribute& StyleTree::attribute(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const bool at_root = slash == std::string::npos;
+    LLayer& owner = layer(at_root ? "" : path.substr(0, slash));
+    LAttribute* const found = owner.find_attribute(at_root ? path : path.substr(slash + 1));
+    if (found == nullptr)
+        throw std::runtime_error("no attribute " + path);
+    return *found;
+}
+
+std::string StyleTree::value(const std::string& path, const std::vector<std::string>& states) {
+    const LAttribute& found = attribute(path);
+    if (const double* const number = found.number_value(states))
+        return show(*number);
+    if (const std::string* const text = found.string_value(states))
+        return show(*text);
+    return states.empty() ? show(found.terminal_value()) : "none";
+}
+
+std::string show(const AttributeValue& value) {
+    std::ostringstream text;
+    if (const auto* number = std::get_if<double>(&value))
+        text << *number;
+    else if (const auto* flag = std::get_if<bool>(&value))
+        text << (*flag ? "true" : "false");
+    else if (const auto* string = std::get_if<std::string>(&value))
+        text << '"' << *string << '"';
+    else
+        text << "none";
+    return text.str();
+}
+
+namespace {
+
+void show_children(std::string& text, const LObject& object, std::size_t depth) {
+    for (const std::unique_ptr<LObject>& child : object.children()) {
+        text += std::string(depth * 2, ' ') + child->name();
+        if (const LLayer* const layer = child->as_layer())
+            text += layer->base() ? " << " + layer->base()->name() + ":" : ":";
+        else if (const LAttribute* const attribute = child->as_attribute())
+            text += attribute->has_link() ? " -> " + attribute->link_path()
+                                          : " = " + show(attribute->value());
+        text += '\n';
+        show_children(text, *child, depth + 1);
+    }
+}
+
+} // namespace
+
+std::string show(const LObject& object) {
+    std::string text;
+    show_children(text, object, 0);
+    return text;
+}
+
+} // namespace Layers
