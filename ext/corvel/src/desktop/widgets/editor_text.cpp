@@ -50,8 +50,12 @@ void EditorWidget::show_text(const QString& text) {
 
 void EditorWidget::show_lines(const QString& text) {
     const QScopedValueRollback<bool> quiet(guard, true);
-    if (!append_to_log(text) && as_kept(text) != as_kept(known_text_))
+    if (!append_to_log(text) && as_kept(text) != as_kept(known_text_)) {
         text_edit->setPlainText(text);
+        // A control shown for the first time scrolls to its caret.
+        if (text_edit->isReadOnly())
+            text_edit->moveCursor(QTextCursor::End);
+    }
     known_text_ = text;
     if (text_edit->isReadOnly())
         keep_to_tail();
