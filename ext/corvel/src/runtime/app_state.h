@@ -55,7 +55,6 @@ struct CorvelApp::State {
 
     std::optional<RenderNode> previous_tree;
     bool previous_names_distinct = true; ///< no two siblings of it share a name
-    RenderNode retired_tree; ///< the one before, whose memory the next render writes over
     RenderCache cache;
 
     bool has_option(std::string_view path, std::string_view value) const;

@@ -32,9 +32,9 @@ void RenderBuilder::collect_slot_targets(const NodeSlot& slot, const RowContext&
             state_.row_targets.insert_or_assign(*slot.path, *std::move(target));
     }
     if (slot.mode == ChildMode::Layers) {
-        for (const auto& child : slot.children) {
-            if (!child->hidden)
-                collect_slot_targets(*child, row);
+        for (const NodeSlot& child : slot.children) {
+            if (!child.hidden)
+                collect_slot_targets(child, row);
         }
     } else if (slot.mode == ChildMode::Rows) {
         const RowSlots& list = *slot.details->rows;

@@ -84,37 +84,37 @@ const std::vector<std::unique_ptr<LayerPlan>>& LayerPlan::children() {
 }
 
 const LayerStyle& LayerPlan::style(const StateSet* states, const StyleInputs& inputs) {
-    for (auto& entry : styles_) {
-        if (entry->states == states) {
-            if (entry->epoch != inputs.epoch)
-                refresh(*entry, inputs);
-            return *entry;
+    for (LayerStyle& entry : styles_) {
+        if (entry.states == states) {
+            if (entry.epoch != inputs.epoch)
+                refresh(entry, inputs);
+            return entry;
         }
     }
-    styles_.push_back(std::make_unique<LayerStyle>());
-    styles_.back()->states = states;
-    refresh(*styles_.back(), inputs);
-    return *styles_.back();
+    LayerStyle& entry = styles_.emplace_back();
+    entry.states = states;
+    refresh(entry, inputs);
+    return entry;
 }
 
 void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
     const std::vector<std::string>& states = entry.states->names();
-    NodeStyle style = reader_.read(states);
-    Layers::apply_mobile_scale(style, &layer_, states, kind_ == NodeKind::Icon, inputs.icon_scale,
-                               inputs.font_scale, inputs.size_scale);
+    SharedStyle style = SharedStyle::made_by([&] { return reader_.read(states); });
+    Layers::apply_mobile_scale(style.edit(), &layer_, states, kind_ == NodeKind::Icon,
+                               inputs.icon_scale, inputs.font_scale, inputs.size_scale);
     if (kind_ == NodeKind::Markdown && inputs.secondary_color)
-        style.secondary_text_color = *inputs.secondary_color;
+        style.edit().secondary_text_color = *inputs.secondary_color;
 
     const bool first = entry.epoch == 0;
     entry.epoch = inputs.epoch;
-    if (!first && style == entry.style.get())
+    if (!first && style == entry.style)
         return;
-    if (style.bind.empty())
+    if (style->bind.empty())
         entry.binds = nullptr;
-    else if (first || style.bind != entry.style->bind)
-        entry.binds = std::make_shared<const Binds>(parse_binds(style.bind));
-    if (entry.text.get() != style.text_attr)
-        entry.text = style.text_attr;
+    else if (first || style->bind != entry.style->bind)
+        entry.binds = std::make_shared<const Binds>(parse_binds(style->bind));
+    if (entry.text.get() != style->text_attr)
+        entry.text = style->text_attr;
     entry.style = std::move(style);
 }
 

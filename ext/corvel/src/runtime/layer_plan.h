@@ -51,7 +51,7 @@ public:
     /// Whether no two children share a name. Valid after `children`.
     bool distinct_children() const { return distinct_children_; }
     /// The style under `states`, read again if `inputs` has moved on. A style that reads the same
-    /// as before keeps its record. Valid until the plan goes.
+    /// as before keeps its record. Valid until the next call.
     const LayerStyle& style(const StateSet* states, const StyleInputs& inputs);
 
 private:
@@ -64,7 +64,7 @@ private:
     bool children_known_ = false;
     bool distinct_children_ = true;
     std::vector<std::unique_ptr<LayerPlan>> children_;
-    std::vector<std::unique_ptr<LayerStyle>> styles_;
+    std::vector<LayerStyle> styles_;
 };
 
 /// The layers that stand for nodes below `layer`, in order: its child layers less those with a

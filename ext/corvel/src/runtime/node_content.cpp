@@ -155,10 +155,9 @@ void RenderBuilder::compute(NodeSlot& slot, const Scope& scope) {
     if (slot.mode == ChildMode::Layers) {
         if (layer_style.binds) {
             for (const BindPiece& piece : layer_style.binds->pieces)
-                bind_piece(piece, slot.plan->kind(), scope.row, {active_, scope.card}, style, text);
+                bind_piece(piece, slot.kind, scope.row, {active_, scope.card}, style, text);
         }
-        has_row_target =
-            slot.plan->kind() == NodeKind::Button && style->intent.starts_with("list:");
+        has_row_target = slot.kind == NodeKind::Button && style->intent.starts_with("list:");
     }
     if (scope.card_foreground)
         apply_card_look(slot, scope, style);
@@ -179,6 +178,7 @@ void RenderBuilder::compute(NodeSlot& slot, const Scope& scope) {
     slot.epoch = cache_.inputs.epoch;
     slot.context_version = scope.row.version;
     slot.touched = false;
+    slot.written = false;
 }
 
 void RenderBuilder::find_overrides(NodeSlot& slot) {
@@ -195,7 +195,7 @@ void RenderBuilder::find_overrides(NodeSlot& slot) {
     look_up(found.href, state_.hrefs);
     look_up(found.data, state_.datas);
     look_up(found.height, state_.heights);
-    if (slot.plan->kind() == NodeKind::ComboBox) {
+    if (slot.kind == NodeKind::ComboBox) {
         look_up(found.items, state_.options);
         look_up(found.selected, state_.selections);
     }
@@ -236,7 +236,7 @@ void RenderBuilder::apply_card_look(const NodeSlot& slot, const Scope& scope,
             Fill{theme_value(theme, is_active ? "Foreground" : "Tertiary"), false});
         put(style, &NodeStyle::border_thickness, is_active ? 3.0 : 1.0);
     }
-    if (slot.plan->kind() == NodeKind::Text || slot.plan->kind() == NodeKind::Icon)
+    if (slot.kind == NodeKind::Text || slot.kind == NodeKind::Icon)
         put(style, &NodeStyle::text_color, *scope.card_foreground);
 }
 
@@ -250,22 +250,8 @@ void RenderBuilder::set_mode(NodeSlot& slot, const LayerStyle& layer_style) {
     if (same_origin && (mode == ChildMode::Layers || slot.details))
         return;
 
-    for (auto& child : slot.children)
-        release(child);
-    slot.children.clear();
-    slot.expanded = false;
-    if (rows) {
-        for (RowSlot& row : rows->rows) {
-            release(row.item);
-            release(row.separator);
-        }
-        slot.details->rows.reset();
-    }
-    if (slot.details && slot.details->cards) {
-        for (CardSlot& card : slot.details->cards->cards)
-            release(card.card);
-        slot.details->cards.reset();
-    }
+    release_children(slot);
+    slot.children_written = false;
     slot.mode = mode;
     cache_.targets_stale = true;
     if (mode == ChildMode::Layers)

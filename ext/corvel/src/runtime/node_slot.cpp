@@ -20,8 +20,8 @@ void SlotIndex::add(NodeSlot& slot) {
 
 void SlotIndex::remove(NodeSlot& slot) {
     remove_one(slot);
-    for (auto& child : slot.children)
-        remove(*child);
+    for (NodeSlot& child : slot.children)
+        remove(child);
     if (!slot.details)
         return;
     if (slot.details->rows) {

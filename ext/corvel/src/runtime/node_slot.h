@@ -55,7 +55,6 @@ struct RowSlots {
     const SharedRows* source = nullptr; ///< the list's entry in the application's rows
     SharedRows shown;                   ///< the rows that `rows` was made for
     std::vector<RowSlot> rows;
-    bool distinct = true; ///< no two children of the node share a name
 };
 
 /// One card of a "ThemeList" node.
@@ -79,38 +78,50 @@ struct SlotDetails {
 /// What the last render found out about one node, kept so that the next render repeats none of it
 /// while its inputs stay the same. Slots form a tree along the node paths; those of hidden nodes
 /// stay, ready to be shown again.
+/// A slot stays where it is, since the index points to it.
 struct NodeSlot {
-    NodeSlot(SharedText node_name, SharedText node_path, LayerPlan& layer_plan)
-        : name(std::move(node_name))
-        , path(std::move(node_path))
-        , plan(&layer_plan) {}
+    NodeSlot() = default;
+    NodeSlot(const NodeSlot&) = delete;
+    NodeSlot& operator=(const NodeSlot&) = delete;
 
+    /// Whether the node is shown by its parent. Only the children of layers can be hidden or
+    /// invisible; rows and cards always have their place.
+    bool shown() const { return !hidden && (visible || keeps_place); }
+
+    // What every render looks at comes first. The inputs of the content:
+    const StateSet* inherited = nullptr;
+    std::uint64_t epoch = 0; ///< of the style inputs; 0: nothing is known yet
+    std::uint64_t context_version = 0;
+    bool touched = true; ///< the state maps may hold other entries for its path
+    bool viewport_dependent = false;
+
+    bool hideable = false;         ///< it is a child of a layer
+    bool hidden = false;           ///< hideable, and its path is hidden
+    bool visible = true;           ///< its style's
+    bool keeps_place = false;      ///< shown whether visible or not
+    bool written = false;          ///< the kept tree has this content
+    bool children_written = false; ///< the kept tree has these children, each as its `in_tree` says
+    bool in_tree = false;          ///< the kept tree has the node
+    bool distinct_children = true; ///< no two child slots share a name
+    bool expanded = false;         ///< `children` has been filled
+    bool is_card = false;          ///< it is a theme's card
+    bool has_row_target = false;   ///< a click on it is an action on a row or list
+    ChildMode mode = ChildMode::Layers;
+    NodeKind kind = NodeKind::Box;
+    const StateSet* states = nullptr; ///< handed down to the children
+    std::vector<NodeSlot> children;   ///< mode Layers
+    std::unique_ptr<SlotDetails> details;
+
+    // The content.
     SharedText name;
     SharedText path;
     SharedText text;
     SharedStyle style;
-    LayerPlan* plan;
 
-    // The inputs of the fields above.
-    const StateSet* inherited = nullptr;
-    std::uint64_t epoch = 0; ///< of the style inputs; 0: nothing is known yet
-    std::uint64_t context_version = 0;
-    double viewport_height = 0; ///< only heeded if `viewport_dependent`
-
-    const StateSet* states = nullptr;                ///< handed down to the children
-    std::vector<std::unique_ptr<NodeSlot>> children; ///< mode Layers
-    std::unique_ptr<SlotDetails> details;
+    LayerPlan* plan = nullptr;
+    double viewport_height = 0;       ///< an input, only heeded if `viewport_dependent`
     NodeSlot* next_of_path = nullptr; ///< another slot of the same path
     NodeSlot* previous_of_path = nullptr;
-
-    ChildMode mode = ChildMode::Layers;
-    bool is_card = false;  ///< the slot is a theme's card
-    bool expanded = false; ///< `children` has been filled
-    bool hidden = false;   ///< its path is hidden
-    bool touched = true;   ///< the state maps may hold other entries for its path
-    bool visible = true;
-    bool has_row_target = false; ///< a click on it is an action on a row or list
-    bool viewport_dependent = false;
 };
 
 /// Finds slots by path. Several nodes can have one path, since a row's id may be any text.

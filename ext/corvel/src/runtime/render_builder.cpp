@@ -1,21 +1,39 @@
 #include "runtime/render_builder.h"
 
+#include "runtime/child_slots.h"
+
 namespace Corvel {
 namespace {
 
-/// With so many different sets of states met, the cache starts anew: the application makes up
-/// names of states as it goes.
-constexpr std::size_t max_state_sets = 4096;
-
-/// Shares the record unless it is shared already, which spares its count a change.
-template <class Handle>
-void share(Handle& to, const Handle& from) {
-    if (!to.same(from))
-        to = from;
-}
-
 const SharedText no_text;
 const SharedItems no_items;
+
+const SharedItems& items_of(const NodeSlot& slot) {
+    const SharedItems* items = slot.details ? slot.details->overrides.items : nullptr;
+    return items ? *items : no_items;
+}
+
+const SharedText& selected_of(const NodeSlot& slot) {
+    const SharedText* selected = slot.details ? slot.details->overrides.selected : nullptr;
+    return selected ? *selected : no_text;
+}
+
+/// Writes all but the place of the node and its children.
+void write_content(const NodeSlot& slot, RenderNode& node) {
+    node.text = slot.text;
+    node.style = slot.style;
+    node.items = items_of(slot);
+    node.selected = selected_of(slot);
+}
+
+/// How many children the node has at most.
+std::size_t child_count(const NodeSlot& slot) {
+    if (slot.mode == ChildMode::Layers)
+        return slot.children.size();
+    if (slot.mode == ChildMode::Rows)
+        return 2 * slot.details->rows->rows.size();
+    return slot.details->cards->cards.size();
+}
 
 } // namespace
 
@@ -25,122 +43,154 @@ RenderBuilder::RenderBuilder(CorvelApp& app)
     , cache_(state_.cache)
     , active_(state_.theme_in_force()) {}
 
-void RenderBuilder::build(RenderNode& tree) {
-    if (!prepare_cache()) {
-        tree = RenderNode();
-        return;
+RenderNode RenderBuilder::build() {
+    RenderNode tree;
+    if (prepare_cache()) {
+        state_.uses_viewport_height = false;
+        write_tree(tree);
+        if (cache_.targets_stale)
+            collect_targets(tree);
     }
-    state_.uses_viewport_height = false;
+    return tree;
+}
+
+std::vector<RenderPatch> RenderBuilder::update() {
+    keeping_ = true;
+    std::optional<RenderNode>& tree = state_.previous_tree;
+    const bool has_root = prepare_cache();
+    if (has_root)
+        state_.uses_viewport_height = false;
+
+    if (tree && has_root && cache_.root->in_tree) {
+        refresh(*cache_.root, root_scope());
+        update_node(*cache_.root, root_scope(), *tree);
+    } else {
+        RenderNode fresh;
+        if (has_root)
+            write_tree(fresh);
+        if (tree)
+            diff_nodes(*tree, fresh, known_names(), patches_);
+        else
+            patches_.push_back({PatchKind::Add, fresh.path, {}, 0, fresh});
+        tree = std::move(fresh);
+    }
+    state_.previous_names_distinct = names_distinct_;
+    if (has_root && cache_.targets_stale)
+        collect_targets(*tree);
+    return std::move(patches_);
+}
+
+RenderBuilder::Scope RenderBuilder::root_scope() {
     Scope scope;
     scope.states = cache_.sets.with_all(cache_.sets.empty(), state_.global_states);
-    refresh(*cache_.root, scope);
-    write_node(*cache_.root, scope, &tree);
-    if (cache_.targets_stale)
-        collect_targets(tree);
+    return scope;
 }
 
-/// Brings the cache's common part up to date. False without a root layer.
-bool RenderBuilder::prepare_cache() {
-    StyleInputs& inputs = cache_.inputs;
-    if (inputs.icon_scale != app_.mobile_icon_scale ||
-        inputs.font_scale != app_.mobile_font_scale ||
-        inputs.size_scale != app_.mobile_size_scale) {
-        inputs.icon_scale = app_.mobile_icon_scale;
-        inputs.font_scale = app_.mobile_font_scale;
-        inputs.size_scale = app_.mobile_size_scale;
-        cache_.restyle();
-    }
-    inputs.secondary_color = active_ ? &theme_value(*active_, "Secondary") : nullptr;
-
-    const std::uint64_t revision = Layers::style_revision();
-    if (cache_.style_revision != revision || cache_.sets.size() > max_state_sets)
-        cache_.drop();
-    cache_.style_revision = revision;
-    if (!cache_.root) {
-        const Layers::LLayer* layer = state_.engine.find_layer(state_.root_name);
-        if (!layer)
-            return false;
-        cache_.restyle();
-        cache_.root_plan = std::make_unique<LayerPlan>(*layer);
-        cache_.root = make_slot(cache_.root_plan->name(), state_.root_name, *cache_.root_plan);
-    }
-    return true;
+SiblingNames RenderBuilder::known_names() const {
+    return state_.previous_names_distinct ? SiblingNames::Distinct : SiblingNames::MayRepeat;
 }
 
-std::unique_ptr<NodeSlot> RenderBuilder::make_slot(SharedText name, SharedText path,
-                                                   LayerPlan& plan) {
-    auto slot = std::make_unique<NodeSlot>(std::move(name), std::move(path), plan);
-    slot->hidden = state_.hidden_paths.contains(*slot->path);
-    cache_.index.add(*slot);
-    cache_.targets_stale = true;
-    return slot;
-}
-
-std::unique_ptr<NodeSlot> RenderBuilder::make_child(const NodeSlot& parent, SharedText name,
-                                                    LayerPlan& plan) {
-    std::string path;
-    path.reserve(parent.path->size() + 1 + name->size());
-    path.append(*parent.path).append(1, '/').append(*name);
-    return make_slot(std::move(name), std::move(path), plan);
-}
-
-void RenderBuilder::release(std::unique_ptr<NodeSlot>& slot) {
-    if (!slot)
-        return;
-    cache_.index.remove(*slot);
-    cache_.targets_stale = true;
-    slot.reset();
+void RenderBuilder::write_tree(RenderNode& tree) {
+    refresh(*cache_.root, root_scope());
+    write_node(*cache_.root, root_scope(), &tree);
+    if (keeping_)
+        cache_.root->in_tree = true;
 }
 
 void RenderBuilder::write_node(NodeSlot& slot, const Scope& scope, RenderNode* node) {
     if (node) {
-        node->kind = slot.plan->kind();
-        share(node->name, slot.name);
-        share(node->path, slot.path);
-        share(node->text, slot.text);
-        share(node->style, slot.style);
-        const bool combo = node->kind == NodeKind::ComboBox && slot.details;
-        const Overrides* overrides = combo ? &slot.details->overrides : nullptr;
-        share(node->items, overrides && overrides->items ? *overrides->items : no_items);
-        share(node->selected, overrides && overrides->selected ? *overrides->selected : no_text);
+        node->kind = slot.kind;
+        node->name = slot.name;
+        node->path = slot.path;
+        write_content(slot, *node);
         state_.uses_viewport_height |= slot.viewport_dependent;
+        if (keeping_)
+            slot.written = true;
     }
-    if (slot.mode == ChildMode::Layers)
-        write_children(slot, scope, node);
-    else if (slot.mode == ChildMode::Rows)
-        write_rows(slot, scope, node);
-    else
-        write_cards(slot, scope, node);
+    write_children(slot, scope, node);
 }
 
 void RenderBuilder::write_children(NodeSlot& slot, const Scope& scope, RenderNode* node) {
-    if (!slot.expanded) {
-        slot.expanded = true;
-        if (scope.depth < max_render_depth) {
-            for (const auto& plan : slot.plan->children())
-                slot.children.push_back(make_child(slot, plan->name(), *plan));
+    prepare_children(slot, scope);
+    if (node)
+        node->children.reserve(child_count(slot));
+    for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
+        if (!child.hidden) {
+            refresh(child, inner);
+            const bool writes = node && child.shown();
+            write_node(child, inner, writes ? &node->children.emplace_back() : nullptr);
         }
-    }
-    names_distinct_ = names_distinct_ && slot.plan->distinct_children();
+        if (node && keeping_)
+            child.in_tree = child.shown();
+    });
+    if (node && keeping_)
+        slot.children_written = true;
+}
 
-    Scope inner = scope;
-    inner.states = slot.states;
-    ++inner.depth;
-    ChildWriter writer(node);
-    writer.reserve(slot.children.size());
-    for (auto& child : slot.children) {
-        if (child->hidden)
-            continue;
-        refresh(*child, inner);
-        write_node(*child, inner, child->visible ? writer.next() : nullptr);
+/// Brings a node of the kept tree up to its slot, whose content is up to date.
+void RenderBuilder::update_node(NodeSlot& slot, const Scope& scope, RenderNode& node) {
+    state_.uses_viewport_height |= slot.viewport_dependent;
+    if (!slot.written)
+        update_content(slot, node);
+    update_children(slot, scope, node);
+}
+
+void RenderBuilder::update_content(NodeSlot& slot, RenderNode& node) {
+    slot.written = true;
+    const bool changed = node.text != slot.text || node.style != slot.style ||
+                         node.items != items_of(slot) || node.selected != selected_of(slot);
+    write_content(slot, node);
+    if (changed)
+        patches_.push_back(update_patch(node));
+}
+
+/// Goes down the tree and the slots side by side as long as a node has the children that it had.
+void RenderBuilder::update_children(NodeSlot& slot, const Scope& scope, RenderNode& node) {
+    prepare_children(slot, scope);
+    // With names that repeat, nodes are compared across their places.
+    bool same_children = slot.children_written && slot.distinct_children;
+    for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
+        if (!child.hidden)
+            refresh(child, inner);
+        same_children = same_children && child.in_tree == child.shown();
+    });
+    if (!same_children) {
+        rewrite_children(slot, scope, node);
+        return;
     }
-    writer.finish();
+    auto place = node.children.begin();
+    for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
+        if (child.in_tree)
+            update_node(child, inner, *place++);
+        else if (!child.hidden)
+            write_node(child, inner, nullptr);
+    });
+}
+
+/// Writes all below a node from nothing and compares it with what was there.
+void RenderBuilder::rewrite_children(NodeSlot& slot, const Scope& scope, RenderNode& node) {
+    RenderNode fresh;
+    fresh.path = node.path;
+    write_children(slot, scope, &fresh);
+    diff_children(node, fresh, known_names(), patches_);
+    node.children = std::move(fresh.children);
 }
 
 RenderNode CorvelApp::build_render_tree() {
-    RenderNode tree;
-    RenderBuilder(*this).build(tree);
-    return tree;
+    return RenderBuilder(*this).build();
+}
+
+std::vector<RenderPatch> CorvelApp::render_patches() {
+    std::vector<RenderPatch> patches = RenderBuilder(*this).update();
+    for (auto& [path, text] : state_->pending_editor_texts) {
+        RenderPatch patch;
+        patch.kind = PatchKind::SetEditorText;
+        patch.path = path;
+        patch.node.text = std::move(text);
+        patches.push_back(std::move(patch));
+    }
+    state_->pending_editor_texts.clear();
+    return patches;
 }
 
 } // namespace Corvel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "runtime/app_state.h"
+#include "runtime/render_diff.h"
 
 namespace Corvel {
 
@@ -8,22 +9,27 @@ namespace Corvel {
 /// that memory grows with the square of the depth, and views recurse.
 constexpr int max_render_depth = 1000;
 
-/// Builds one render tree from the style tree and the state maps. Each node's slot in the cache
-/// is brought up to date where its inputs have changed, then the tree is written from the slots.
+/// Builds the render tree from the style tree and the state maps. Every node's slot in the cache
+/// is looked at and brought up to date where its inputs have changed. What clicks mean is
+/// collected anew along the way.
+///
+/// There are two ways to get at the tree: written from nothing, or as an update of the tree that
+/// the application keeps, in which only nodes that have changed are written. Both give the same
+/// tree.
 class RenderBuilder {
 public:
     explicit RenderBuilder(CorvelApp& app);
 
-    /// Writes the tree over `tree`, whatever that held; the memory of an earlier tree is used
-    /// again. Collects what clicks mean in the new tree.
-    void build(RenderNode& tree);
-    /// Whether no two siblings of the tree built share a name.
-    bool names_distinct() const { return names_distinct_; }
+    /// The tree of the present state.
+    RenderNode build();
+    /// Makes `state.previous_tree` the tree of the present state. Returns what has changed in it,
+    /// as `diff_nodes` gives it; an Add of the whole if there was none.
+    std::vector<RenderPatch> update();
 
 private:
     /// What a node gets from its place in the tree.
     struct Scope {
-        const StateSet* states;
+        const StateSet* states = nullptr;
         RowContext row;
         const Theme* card = nullptr; ///< theme of the surrounding theme card
         /// Text colour of the outermost theme card around; null outside any.
@@ -31,13 +37,16 @@ private:
         int depth = 0;
     };
 
-    // Life of the cache (render_builder.cpp)
+    // Life of the slots (slot_life.cpp)
     bool prepare_cache();
-    std::unique_ptr<NodeSlot> make_slot(SharedText name, SharedText path, LayerPlan& plan);
+    void set_up(NodeSlot& slot, SharedText name, SharedText path, LayerPlan& plan);
+    void set_up_child(NodeSlot& slot, const NodeSlot& parent, SharedText name, LayerPlan& plan);
     std::unique_ptr<NodeSlot> make_child(const NodeSlot& parent, SharedText name, LayerPlan& plan);
+    void release(NodeSlot& slot);
     void release(std::unique_ptr<NodeSlot>& slot);
+    void release_children(NodeSlot& slot);
 
-    // One node (node_content.cpp)
+    // One node's content (node_content.cpp)
     void refresh(NodeSlot& slot, const Scope& scope);
     void compute(NodeSlot& slot, const Scope& scope);
     void find_overrides(NodeSlot& slot);
@@ -45,14 +54,31 @@ private:
     void apply_card_look(const NodeSlot& slot, const Scope& scope, SharedStyle& style) const;
     void set_mode(NodeSlot& slot, const LayerStyle& layer_style);
 
-    // The tree (render_builder.cpp, row_nodes.cpp, card_nodes.cpp). A null `node` means that the
-    // node is left out of the tree, with its subtree, and only brought up to date.
+    // A node's children (child_slots.cpp)
+    void prepare_children(NodeSlot& slot, const Scope& scope);
+    void expand(NodeSlot& slot);
+    void match_rows(NodeSlot& slot);
+    void match_cards(NodeSlot& slot);
+    /// Calls `visit(child, scope)` for each child slot, in order and with the scope that it has
+    /// below `slot`.
+    template <class Visit>
+    void for_each_child(NodeSlot& slot, const Scope& scope, Visit visit);
+    template <class Visit>
+    void for_each_row(NodeSlot& slot, Scope& inner, Visit visit);
+    template <class Visit>
+    void for_each_card(NodeSlot& slot, const Scope& scope, Scope& inner, Visit visit);
+
+    // The tree (render_builder.cpp). A null `node` means that the node is left out of the tree,
+    // with all below it, and only its slots are brought up to date.
+    void write_tree(RenderNode& tree);
     void write_node(NodeSlot& slot, const Scope& scope, RenderNode* node);
     void write_children(NodeSlot& slot, const Scope& scope, RenderNode* node);
-    void write_rows(NodeSlot& slot, const Scope& scope, RenderNode* node);
-    void match_rows(NodeSlot& slot, RowSlots& list, LayerPlan& item, LayerPlan* separator);
-    void write_cards(NodeSlot& slot, const Scope& scope, RenderNode* node);
-    void match_cards(NodeSlot& slot, CardSlots& list, LayerPlan& card);
+    void update_node(NodeSlot& slot, const Scope& scope, RenderNode& node);
+    void update_content(NodeSlot& slot, RenderNode& node);
+    void update_children(NodeSlot& slot, const Scope& scope, RenderNode& node);
+    void rewrite_children(NodeSlot& slot, const Scope& scope, RenderNode& node);
+    Scope root_scope();
+    SiblingNames known_names() const;
 
     // What clicks mean (click_targets.cpp)
     void collect_targets(const RenderNode& tree);
@@ -62,37 +88,10 @@ private:
     CorvelApp& app_;
     CorvelApp::State& state_;
     RenderCache& cache_;
-    const Theme* active_; ///< theme in force; null if there is none
-    bool names_distinct_ = true;
-};
-
-/// Fills a node's list of children from the front, over what it held before.
-class ChildWriter {
-public:
-    /// Null: there is nothing to write.
-    explicit ChildWriter(RenderNode* parent)
-        : children_(parent ? &parent->children : nullptr) {}
-    void reserve(std::size_t count) {
-        if (children_)
-            children_->reserve(count);
-    }
-    /// The next child to write over, null if there is nothing to write. Valid until the next call.
-    RenderNode* next() {
-        if (!children_)
-            return nullptr;
-        if (count_ == children_->size())
-            children_->emplace_back();
-        return &(*children_)[count_++];
-    }
-    /// Drops what is left of the earlier list.
-    void finish() {
-        if (children_ && count_ < children_->size())
-            children_->resize(count_);
-    }
-
-private:
-    std::vector<RenderNode>* children_;
-    std::size_t count_ = 0;
+    const Theme* active_;        ///< theme in force; null if there is none
+    bool keeping_ = false;       ///< the tree written is the one that the application keeps
+    bool names_distinct_ = true; ///< no two siblings met share a name
+    std::vector<RenderPatch> patches_;
 };
 
 } // namespace Corvel

@@ -31,7 +31,7 @@ struct RenderCache {
     }
     void set_hidden(std::string_view path, bool hidden) {
         for (NodeSlot* slot = index.find(path); slot; slot = slot->next_of_path) {
-            slot->hidden = hidden;
+            slot->hidden = hidden && slot->hideable;
             targets_stale = true;
         }
     }

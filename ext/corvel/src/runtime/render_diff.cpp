@@ -80,6 +80,8 @@ void diff_children_by_name(const RenderNode& before, const RenderNode& after, Si
     }
 }
 
+} // namespace
+
 void diff_children(const RenderNode& before, const RenderNode& after, SiblingNames names,
                    std::vector<RenderPatch>& patches) {
     if (names == SiblingNames::Distinct && same_names_in_order(before.children, after.children)) {
@@ -91,7 +93,13 @@ void diff_children(const RenderNode& before, const RenderNode& after, SiblingNam
         diff_children_by_name(before, after, names, patches);
 }
 
-} // namespace
+RenderPatch update_patch(const RenderNode& node) {
+    RenderPatch patch;
+    patch.kind = PatchKind::Update;
+    patch.path = node.path;
+    patch.node = without_children(node);
+    return patch;
+}
 
 bool nodes_equal(const RenderNode& a, const RenderNode& b) {
     return a.text == b.text && a.style == b.style && a.items == b.items && a.selected == b.selected;
@@ -103,13 +111,8 @@ void diff_nodes(const RenderNode& before, const RenderNode& after, SiblingNames 
         patches.push_back(replace_patch(after));
         return;
     }
-    if (!nodes_equal(before, after)) {
-        RenderPatch patch;
-        patch.kind = PatchKind::Update;
-        patch.path = after.path;
-        patch.node = without_children(after);
-        patches.push_back(std::move(patch));
-    }
+    if (!nodes_equal(before, after))
+        patches.push_back(update_patch(after));
     diff_children(before, after, names, patches);
 }
 

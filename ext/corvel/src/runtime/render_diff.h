@@ -16,6 +16,13 @@ enum class SiblingNames { Distinct, MayRepeat };
 void diff_nodes(const RenderNode& before, const RenderNode& after, SiblingNames names,
                 std::vector<RenderPatch>& patches);
 
+/// The part of `diff_nodes` for what is below two nodes of one kind.
+void diff_children(const RenderNode& before, const RenderNode& after, SiblingNames names,
+                   std::vector<RenderPatch>& patches);
+
+/// The patch that brings a node of the same path up to `node`.
+RenderPatch update_patch(const RenderNode& node);
+
 /// Whether both show the same, whatever their names, paths and children.
 bool nodes_equal(const RenderNode& a, const RenderNode& b);
 

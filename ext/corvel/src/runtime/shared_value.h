@@ -34,6 +34,14 @@ public:
             delete box_;
     }
 
+    /// A handle on what `make` returns, made in its place.
+    template <class Make>
+    static SharedValue made_by(Make make) {
+        SharedValue handle;
+        handle.box_ = new Box{make(), 1};
+        return handle;
+    }
+
     /// The value; a default-constructed T for a default-constructed handle.
     const T& get() const { return box_ ? box_->value : empty(); }
     operator const T&() const { return get(); }
