@@ -12,7 +12,7 @@
 namespace Layers {
 namespace {
 
-constexpr std::size_t repetitions_per_file = 1'000'000;
+constexpr std::size_t repetitions_per_file = 300'000;
 constexpr std::size_t texts_per_name = 10'000;
 
 enum class ItemKind { StateSet, Attribute, Layer, GroupSet };

@@ -17,8 +17,8 @@ namespace Layers {
 /// file an inline state beats a state-set on the same states, wherever the two stand.
 ///
 /// A few expansions can stand for more names than memory holds. Where one name stands for ten
-/// thousand texts, or a file's expansions for a million, the rest is left out, with a line in the
-/// log.
+/// thousand texts, or a file's expansions for three hundred thousand, the rest is left out, with a
+/// line in the log.
 class LayerBuilder {
 public:
     explicit LayerBuilder(LLayer& target);

@@ -1,1 +1,41 @@
-int main() {}
+#include "checks.h"
+
+#include <exception>
+#include <iostream>
+
+namespace {
+
+int run(const std::vector<std::string>& arguments) {
+    std::string error;
+    const auto options = CorvelLint::parse_options(arguments, error);
+    if (!options) {
+        std::cerr << "corvel_lint: " << error << "; see --help\n";
+        return 2;
+    }
+    if (options->help) {
+        std::cout << CorvelLint::help_text;
+        return 0;
+    }
+    CorvelLint::Findings findings;
+    const CorvelLint::StyleTree tree(*options);
+    check_syntax(tree, findings);
+    check_values(tree, findings);
+    check_links(tree, findings);
+    check_inheritance(tree, findings);
+    check_binds(tree, findings);
+    check_icons(tree, *options, findings);
+    check_themes(*options, findings);
+    findings.print(std::cout);
+    return findings.empty() ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run({argv + 1, argv + argc});
+    } catch (const std::exception& failure) {
+        std::cerr << "corvel_lint: " << failure.what() << '\n';
+        return 2;
+    }
+}
