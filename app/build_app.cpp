@@ -8,6 +8,7 @@
 #include "app/panels/project_panels.h"
 #include "app/panels/social_cards.h"
 #include "app/panels/website_panel.h"
+#include "app/projects/family_bar.h"
 #include "app/shell/dev_open.h"
 #include "app/shell/home_screen.h"
 #include "app/shell/main_window.h"

@@ -75,7 +75,9 @@ void add_preset(const Context& context, const Preset& preset) {
     if (!site_is_open(*context))
         return;
     flush_edits(context);
-    add_section(context, Json{{"type", preset.type}});
+    Json section = Json::object();
+    section["type"] = preset.type;
+    add_section(context, section);
 }
 
 void create_custom(const Context& context, const std::string& icon) {
@@ -90,7 +92,10 @@ void create_custom(const Context& context, const std::string& icon) {
         context->message_dialog.show(FAILURE_TITLE, "Could not create the section's content file.");
         return;
     }
-    Json section = {{"type", "custom"}, {"id", id}, {"label", label}};
+    Json section = Json::object();
+    section["type"] = "custom";
+    section["id"] = id;
+    section["label"] = label;
     if (!icon.empty())
         section["icon"] = icon;
     if (const std::string subtext = trimmed_value(*context, SUBTEXT_EDITOR); !subtext.empty())

@@ -13,12 +13,6 @@ void wire_project_panels(const Context& context);
 /// Refills the project configurator for one member of `config`; past the end it is the last.
 void fill_project_panels(const Context& context, const OpenConfig& config, std::size_t member);
 
-/// Publishes the members of the active configuration on the family bar.
-void build_family_tabs(const Context& context);
-
-/// Wires the switch among the members of a family.
-void wire_family_tabs(const Context& context);
-
 /// Wires the dialogs that make a project or family member, and a family.
 void wire_add_project_dialog(const Context& context);
 void wire_promote_dialog(const Context& context);

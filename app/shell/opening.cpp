@@ -8,6 +8,7 @@
 #include "app/json_view.h"
 #include "app/panels/project_panels.h"
 #include "app/panels/website_panel.h"
+#include "app/projects/family_bar.h"
 #include "app/shell/leave_guard.h"
 #include "app/shell/tabs.h"
 #include "app/shell/window_paths.h"
