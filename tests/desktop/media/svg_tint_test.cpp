@@ -190,7 +190,7 @@ TEST(SvgTint, gradients_are_found_where_a_plain_search_finds_them) {
     std::uniform_int_distribution<std::size_t> pick(0, pieces.size() - 1);
     std::uniform_int_distribution<int> length(4, 24);
     int changed = 0;
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 8000; ++round) {
         QString text;
         for (int n = length(random); n > 0; --n)
             text += QLatin1String(pieces[pick(random)]);
