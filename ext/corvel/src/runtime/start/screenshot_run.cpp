@@ -95,7 +95,8 @@ void perform_step(QWidget* main_window, const QString& step) {
         type(target, step.mid(equals + 1));
 }
 
-/// The unattended run, step by step on timers of its own.
+/// The unattended run, step by step on timers of its own. It ends by leaving the event loop: a
+/// request to quit would be refused by an open dialog.
 class ScreenshotRun : public QObject {
 public:
     explicit ScreenshotRun(QWidget* window)
@@ -118,7 +119,7 @@ private:
     void take_first() {
         window_->grab().save(first_path_);
         if (second_path_.isEmpty())
-            QApplication::quit();
+            QCoreApplication::exit();
         else
             next_step();
     }
@@ -143,7 +144,7 @@ private:
         for (QWidget* window : windows)
             if (window != window_ && window->isVisible())
                 window->grab().save(QStringLiteral("%1.win%2.png").arg(stem).arg(count++));
-        QApplication::quit();
+        QCoreApplication::exit();
     }
 
     QWidget* window_;
