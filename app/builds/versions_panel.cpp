@@ -4,6 +4,7 @@
 #include "app/builds/build_state.h"
 #include "app/builds/porcelain.h"
 #include "app/builds/version_inclusion.h"
+#include "app/node_state.h"
 #include "app/projects/project_state.h"
 #include "runtime/corvel_app.h"
 #include "site/versions.h"
@@ -52,10 +53,7 @@ void publish_rows(const Context& context) {
         const std::string checkbox = row + INCLUDE_CHECKBOX;
         app.set_checked(checkbox, versions[i].included);
         app.on_click(checkbox, [context, checkbox, i] { toggle_version(context, checkbox, i); });
-        if (versions[i].status == "excluded")
-            app.add_state(row, "Excluded");
-        else
-            app.remove_state(row, "Excluded");
+        set_state(app, row, "Excluded", versions[i].status == "excluded");
     }
 }
 
@@ -120,10 +118,7 @@ void set_pending_count(AppContext& context, std::size_t count) {
     context.app.set_text(button + "/Label", count > 0
                                                 ? "Build " + std::to_string(count) + " Pending"
                                                 : std::string("Nothing Pending"));
-    if (count > 0 && !context.build->running)
-        context.app.remove_state(button, "Disabled");
-    else
-        context.app.add_state(button, "Disabled");
+    set_state(context.app, button, "Disabled", count == 0 || context.build->running);
 }
 
 void refresh_pending_count(AppContext& context) {

@@ -3,6 +3,7 @@
 #include "app/app_context.h"
 #include "app/editing/editor_text.h"
 #include "app/editing/reload.h"
+#include "app/node_state.h"
 #include "runtime/corvel_app.h"
 #include "site/json_file.h"
 #include "site/path_text.h"
@@ -14,13 +15,6 @@
 namespace Lumenfold {
 
 namespace {
-
-void set_state(Corvel::CorvelApp& app, const std::string& path, const std::string& state, bool on) {
-    if (on)
-        app.add_state(path, state);
-    else
-        app.remove_state(path, state);
-}
 
 /// The status line's words on a text that does not parse: the line (from 1) and the parser's words
 /// without their prefix.

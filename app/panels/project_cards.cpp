@@ -4,6 +4,7 @@
 #include "app/editing/edit_queue.h"
 #include "app/editing/reload.h"
 #include "app/json_view.h"
+#include "app/node_state.h"
 #include "app/panels/removal.h"
 #include "app/panels/site_state.h"
 #include "app/shell/opening.h"
@@ -196,6 +197,7 @@ void fill_project_cards(const Context& context, const Json& site) {
         cards.projects[id] = make_target(group);
         rows.push_back(make_row(id, group));
     }
+    set_state(context->app, PANEL, "Empty", rows.empty());
     context->app.set_rows(CARDS_LIST, std::move(rows));
     publish_orphans(context, find_orphans(root, registry.files));
 }

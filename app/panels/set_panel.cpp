@@ -6,6 +6,7 @@
 #include "app/editing/editor_text.h"
 #include "app/editing/file_editor.h"
 #include "app/editing/reload.h"
+#include "app/node_state.h"
 #include "runtime/corvel_app.h"
 
 #include <nlohmann/json.hpp>
@@ -85,6 +86,7 @@ void fill_set_panel(const Context& context, SetPanel& panel, const Json& entries
     fill_combo(app, panel, entries);
     for (const std::string& node : {META_FORM, FILE_STATUS_BAR, FILE_EDITOR, REMOVE_BUTTON})
         app.set_visible(panel.path + node, selection.count > 0);
+    set_state(app, panel.path, "Empty", selection.count == 0);
     if (selection.count == 0) {
         selection.slug.clear();
         load_file_editor(app, *panel.editor, "");

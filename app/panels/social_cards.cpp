@@ -2,6 +2,7 @@
 
 #include "app/app_context.h"
 #include "app/json_view.h"
+#include "app/node_state.h"
 #include "app/panels/add_dialog.h"
 #include "app/panels/image_import.h"
 #include "app/panels/removal.h"
@@ -76,6 +77,7 @@ void fill_social_cards(const Context& context, const Json& site) {
                        flag_at(social, "external")};
         rows.push_back(make_row(id, social, root));
     }
+    set_state(context->app, PANEL, "Empty", rows.empty());
     context->app.set_rows(CARDS_LIST, std::move(rows));
     // A row's state belongs to its position, so every row is told, whatever it showed before.
     for (const auto& [id, target] : targets)

@@ -4,6 +4,7 @@
 #include "app/editing/edit_queue.h"
 #include "app/editing/editor_text.h"
 #include "app/json_view.h"
+#include "app/node_state.h"
 #include "app/panels/add_dialog.h"
 #include "app/panels/removal.h"
 #include "app/projects/project_state.h"
@@ -40,11 +41,10 @@ void fill_row(const Context& context, std::size_t position, const Json& fact) {
     fill_editor(app, field,
                 derived ? latest_version_text(*context->project) : text_at(fact, "value"));
     // The entries belong to the position, so both ways are set for every row.
+    set_state(app, field, "Locked", derived);
     if (derived) {
-        app.add_state(field, "Locked");
         app.on_input(field, [](const std::string&) {});
     } else {
-        app.remove_state(field, "Locked");
         app.on_input(field, [context, number](const std::string& text) {
             queue_edit(context, "/facts/" + number + "/value", text);
         });

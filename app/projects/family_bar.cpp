@@ -3,6 +3,7 @@
 #include "app/app_context.h"
 #include "app/editing/edit_queue.h"
 #include "app/editing/view_switch.h"
+#include "app/node_state.h"
 #include "app/panels/project_panels.h"
 #include "app/panels/removal.h"
 #include "app/projects/project_state.h"
@@ -65,10 +66,7 @@ void wire_family_tabs(const Context& context) {
 void mark_member_tab(const Context& context) {
     for (std::size_t i = 0; i < context->active.members.size(); ++i) {
         const std::string tab = MEMBER_TABS + "/" + ROW_PREFIX + std::to_string(i);
-        if (i == context->project->member_index)
-            context->app.add_state(tab, "Active");
-        else
-            context->app.remove_state(tab, "Active");
+        set_state(context->app, tab, "Active", i == context->project->member_index);
     }
 }
 

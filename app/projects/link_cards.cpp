@@ -2,6 +2,7 @@
 
 #include "app/app_context.h"
 #include "app/json_view.h"
+#include "app/node_state.h"
 #include "app/panels/add_dialog.h"
 #include "app/panels/image_import.h"
 #include "app/panels/removal.h"
@@ -18,6 +19,7 @@ namespace {
 
 /// What tells the cards of dependencies and of downloads apart.
 struct CardKind {
+    const char* panel;
     const char* list;
     const char* row_prefix;
     const char* key;      ///< of the array in the configuration
@@ -30,7 +32,8 @@ struct CardKind {
     const char* removal_title;
 };
 
-const CardKind DEPENDENCIES{"depCards",
+const CardKind DEPENDENCIES{"/Dependencies Panel",
+                            "depCards",
                             "dep-",
                             "requires",
                             "name",
@@ -44,7 +47,8 @@ const CardKind DEPENDENCIES{"depCards",
                             },
                             "Remove Dependency"};
 
-const CardKind DOWNLOADS{"downloadCards",
+const CardKind DOWNLOADS{"/Downloads Panel",
+                         "downloadCards",
                          "download-",
                          "downloads",
                          "platform_label",
@@ -83,6 +87,7 @@ void fill_cards(const Context& context, const CardKind& kind, const Json& projec
         targets.push_back({text_at(element, kind.name_key), text_at(element, "url"),
                            flag_at(element, "external")});
     }
+    set_state(context->app, context->project_shell.panels + kind.panel, "Empty", rows.empty());
     context->app.set_rows(kind.list, std::move(rows));
 }
 

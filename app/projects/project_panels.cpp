@@ -5,6 +5,7 @@
 #include "app/builds/versions_panel.h"
 #include "app/editing/text_view.h"
 #include "app/json_view.h"
+#include "app/node_state.h"
 #include "app/projects/facts_panel.h"
 #include "app/projects/family_bar.h"
 #include "app/projects/link_cards.h"
@@ -51,10 +52,7 @@ void show_umbrella(const Context& context, bool umbrella) {
     for (const char* tab : MEMBER_TABS)
         app.set_visible(sidebar + tab, !umbrella);
     app.set_text(sidebar + PROJECT_TAB + "/Label", umbrella ? "Project Family" : "Project");
-    if (umbrella)
-        app.add_state(sidebar + PROJECT_TAB, "Family");
-    else
-        app.remove_state(sidebar + PROJECT_TAB, "Family");
+    set_state(app, sidebar + PROJECT_TAB, "Family", umbrella);
     if (umbrella)
         show_tab(context, context->project_shell, "Project Tab");
 }

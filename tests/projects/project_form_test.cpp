@@ -171,6 +171,19 @@ TEST_F(ProjectForm, AddDialogsNeedTheirFieldsAndSayWhatFailed) {
     }
 }
 
+TEST_F(ProjectForm, AnEmptyCollectionSaysSoUntilItHasSomething) {
+    open(R"("requires": [{"name": "A", "url": "u"}])");
+    for (const auto& [tab, empty] : {std::pair("Dependencies", false), std::pair("Downloads", true),
+                                     std::pair("Topics", true)}) {
+        show(tab);
+        EXPECT_EQ(ui.shown(PROJECT_PANELS + "/" + tab + " Panel/Empty Note"), empty) << tab;
+    }
+    show("Dependencies");
+    ui.row_action(DEP_CARDS + "/dep-0", "remove");
+    ui.confirm();
+    EXPECT_TRUE(ui.shown(PROJECT_PANELS + "/Dependencies Panel/Empty Note"));
+}
+
 TEST_F(ProjectForm, LinkCardsOpenAndGo) {
     open(R"("requires": [{"name": "A", "url": "https://a.example", "external": true},
                          {"url": "/local/"}],
