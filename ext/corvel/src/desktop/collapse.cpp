@@ -8,6 +8,7 @@
 #include <QVariantAnimation>
 #include <QWidget>
 
+#include <algorithm>
 #include <utility>
 
 namespace Corvel {
@@ -20,6 +21,12 @@ constexpr int FOLD_MS = 150;
 void free_height(const DNode& dnode) {
     dnode.widget->setMaximumHeight(dnode.fixed_height > 0 ? dnode.fixed_height : QWIDGETSIZE_MAX);
     dnode.widget->setMinimumHeight(dnode.fixed_height);
+}
+
+int full_height(const DNode& dnode) {
+    if (dnode.fixed_height > 0)
+        return dnode.fixed_height;
+    return std::max(dnode.widget->sizeHint().height(), 0);
 }
 
 void finish_fold(ViewState& view, const std::string& path, const QVariantAnimation* fold) {
@@ -86,8 +93,7 @@ void apply_collapsed(ViewState& view, DNode& dnode, bool value) {
     if (QVariantAnimation* running = std::exchange(dnode.collapse_animation, nullptr))
         running->stop();
     free_height(dnode);
-    const int full =
-        dnode.fixed_height > 0 ? dnode.fixed_height : dnode.widget->sizeHint().height();
+    const int full = full_height(dnode);
     dnode.widget->setFixedHeight(value ? full : 0);
     start_fold(view, dnode, value ? full : 0, value ? 0 : full);
 }

@@ -76,8 +76,7 @@ void apply_patch(ViewState& view, const RenderPatch& patch) {
         update_node(view, patch);
         break;
     case PatchKind::Replace:
-        remove_node(view, patch.path);
-        add_node(view, patch);
+        replace_node(view, patch);
         break;
     case PatchKind::SetEditorText:
         set_editor_text(view, patch);

@@ -51,6 +51,7 @@ void make_icon(ViewState&, const RenderNode& node, DNode& dnode) {
 
 void make_editor(ViewState& view, const RenderNode& node, DNode& dnode) {
     auto* editor = new EditorWidget;
+    editor->setObjectName(qt_text(node.name));
     // Until the patches are through, a change of focus is none of the user's doing.
     editor->muted = view.applying;
     apply_editor_style(editor, node.style, node.style->placeholder, node.text, true);
@@ -108,6 +109,7 @@ void select(ViewState& view, const std::string& path, const std::string& value) 
 
 void make_combo(ViewState& view, const RenderNode& node, DNode& dnode) {
     auto* combo = new ComboWidget;
+    combo->setObjectName(qt_text(node.name));
     apply_combo_style(combo, node.style, node.items, node.selected);
     combo->on_select = [&view, path = node.path.get()](const std::string& value) {
         select(view, path, value);

@@ -34,6 +34,14 @@ void pause_layout(ViewState& view, QLayout* layout) {
     view.paused_layouts.emplace_back(layout);
 }
 
+/// A layout shows a new child later, unless the child has been hidden by then: without a parent it
+/// would become a window of its own.
+void discard(QWidget* outer) {
+    outer->setParent(nullptr);
+    outer->hide();
+    outer->deleteLater();
+}
+
 /// A widget that goes loses the focus on its way, which must not reach the application.
 void silence(ViewState& view, QWidget* top) {
     QList<EditorWidget*> editors = top->findChildren<EditorWidget*>();
@@ -54,7 +62,7 @@ void forget_node(ViewState& view, NodeMap::iterator entry) {
     view.floating.erase(entry->first);
     if (!dnode.outer->parentWidget()) {
         silence(view, dnode.outer);
-        dnode.outer->deleteLater();
+        discard(dnode.outer);
     }
     view.nodes.erase(entry);
 }
@@ -74,10 +82,8 @@ void forget_descendants(ViewState& view, const DNode& top) {
         forget_node(view, *entry);
 }
 
-} // namespace
-
-void add_node(ViewState& view, const RenderPatch& patch) {
-    DNode* parent = parent_record(view, patch);
+/// Makes the subtree and puts it at `index` in its parent, or in the window.
+void add_subtree(ViewState& view, const RenderPatch& patch, DNode* parent) {
     const RenderNode& node = patch.node;
     if (is_modal(node)) {
         create_modal(view, node, parent);
@@ -85,7 +91,7 @@ void add_node(ViewState& view, const RenderPatch& patch) {
     }
     ModalNodes modals;
     DNode& dnode = create_subtree(view, node, parent, modals);
-    if (patch.parent_path->empty()) {
+    if (patch.parent_path->empty() && !parent) {
         view.root_layout->addWidget(dnode.outer);
         dnode.outer->setVisible(true);
     } else if (parent && parent->layout) {
@@ -97,6 +103,20 @@ void add_node(ViewState& view, const RenderPatch& patch) {
     if (parent)
         rebalance_stretches(*parent);
     create_modals(view, modals);
+}
+
+} // namespace
+
+void add_node(ViewState& view, const RenderPatch& patch) {
+    add_subtree(view, patch, parent_record(view, patch));
+}
+
+void replace_node(ViewState& view, const RenderPatch& patch) {
+    // A name with a slash in it leaves the patch with a wrong parent path; the record knows.
+    const DNode* old = view.find(patch.path);
+    DNode* parent = old && old->parent ? old->parent : parent_record(view, patch);
+    remove_node(view, patch.path);
+    add_subtree(view, patch, parent);
 }
 
 void remove_node(ViewState& view, const std::string& path) {
@@ -114,8 +134,10 @@ void remove_node(ViewState& view, const std::string& path) {
     forget_descendants(view, dnode);
     view.by_outer.erase(outer);
     view.nodes.erase(entry);
-    outer->setParent(nullptr);
-    outer->deleteLater();
+    // A layout that is switched off does not notice that a widget leaves.
+    if (parent && parent->layout)
+        parent->layout->removeWidget(outer);
+    discard(outer);
     if (parent)
         rebalance_stretches(*parent);
 }

@@ -13,6 +13,9 @@ struct ViewState;
 /// stays apart and invisible.
 void add_node(ViewState& view, const RenderPatch& patch);
 
+/// Makes a node of another kind in place of the one with its path, first among its siblings.
+void replace_node(ViewState& view, const RenderPatch& patch);
+
 /// Destroys a node with its subtree. No application code runs from what goes.
 void remove_node(ViewState& view, const std::string& path);
 

@@ -119,7 +119,8 @@ DNode* host_of(ViewState& view, const DNode& dnode) {
 
 bool float_node(ViewState& view, DNode& dnode) {
     DNode* host = dnode.parent;
-    if (!host || !host->box)
+    // A modal window stays one to the end of its node.
+    if (!host || !host->box || view.modals.contains(*dnode.path))
         return false;
     const FocusKeeper focus(*dnode.outer);
     dnode.host_path = *host->path;

@@ -73,8 +73,10 @@ void settle_bar(ViewState& view, DNode& dnode, const NodeStyle& style) {
     dnode.bar_effect = nullptr;
     dnode.bar_position = 0;
     dnode.outer->setParent(nullptr);
-    if (!dnode.parent || !dnode.parent->layout)
+    if (!dnode.parent || !dnode.parent->layout) {
+        dnode.outer->hide();
         return;
+    }
     insert_child(*dnode.parent, dnode, 0, style);
     dnode.outer->setVisible(true);
     rebalance_stretches(*dnode.parent);

@@ -3,6 +3,7 @@
 #include "desktop/overlays.h"
 #include "desktop/widgets/root_container.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QLayout>
 #include <QVBoxLayout>
@@ -45,13 +46,13 @@ void open_modal(ViewState& view, const ModalWindow& modal) {
 }
 
 void drop(ViewState& view, const ModalWindow& modal) {
-    const bool was_active = modal.window && modal.window->isActiveWindow();
+    const bool in_use = QApplication::activeWindow() != nullptr;
     for (const QPointer<QWidget>& part : {modal.scrim, modal.window})
         if (part) {
             part->hide();
             part->deleteLater();
         }
-    if (!was_active)
+    if (!in_use)
         return;
     QWidget* next = view.root;
     for (const auto& [path, other] : view.modals)

@@ -13,7 +13,7 @@ struct ViewState;
 /// The record of the node whose box holds a floating node, null once it is gone.
 DNode* host_of(ViewState& view, const DNode& dnode);
 /// Moves a node out of its parent's layout on top of the parent's box. False, with nothing done,
-/// if the parent has no box.
+/// if the parent has no box or the node is a modal window.
 bool float_node(ViewState& view, DNode& dnode);
 /// Slides a floating node to `to`, in place of a slide under way.
 void animate_overlay(ViewState& view, DNode& dnode, double from, double to);

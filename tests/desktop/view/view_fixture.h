@@ -1,0 +1,187 @@
+#pragma once
+
+#include "desktop/desktop_view.h"
+#include "desktop/desktop_view_p.h"
+#include "desktop/widgets/combo_widget.h"
+#include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/root_container.h"
+#include "desktop/widgets/vbox_widget.h"
+#include "desktop/widgets/wrap_label.h"
+#include "runtime/corvel_app.h"
+
+#include <gtest/gtest.h>
+
+#include <QBoxLayout>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextEdit>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Corvel {
+
+/// The inside of a view.
+class ViewProbe {
+public:
+    static ViewState& state(DesktopView& view) { return *view.state_; }
+};
+
+} // namespace Corvel
+
+namespace ViewTest {
+
+using namespace Corvel;
+
+using StyleEdit = std::function<void(NodeStyle&)>;
+
+/// A node without a path; `at` gives it one.
+inline RenderNode node(const std::string& name, NodeKind kind, const StyleEdit& edit = {},
+                       std::vector<RenderNode> children = {}) {
+    RenderNode made;
+    made.kind = kind;
+    made.name = name;
+    if (edit)
+        edit(made.style.edit());
+    made.children = std::move(children);
+    return made;
+}
+
+inline RenderNode box(const std::string& name, const StyleEdit& edit = {},
+                      std::vector<RenderNode> children = {}) {
+    return node(name, NodeKind::Box, edit, std::move(children));
+}
+
+inline RenderNode text(const std::string& name, const std::string& words,
+                       const StyleEdit& edit = {}) {
+    RenderNode made = node(name, NodeKind::Text, edit);
+    made.text = words;
+    return made;
+}
+
+inline RenderNode editor(const std::string& name, const std::string& words = {},
+                         const StyleEdit& edit = {}) {
+    RenderNode made = node(name, NodeKind::Editor, edit);
+    made.text = words;
+    return made;
+}
+
+/// The node with its path below `parent`, and its descendants' with it.
+inline RenderNode at(const std::string& parent, RenderNode made) {
+    made.path = parent.empty() ? made.name.get() : parent + "/" + made.name.get();
+    for (RenderNode& child : made.children)
+        child = at(made.path, std::move(child));
+    return made;
+}
+
+inline std::string parent_of(const std::string& path) {
+    const auto cut = path.rfind('/');
+    return cut == std::string::npos ? std::string() : path.substr(0, cut);
+}
+
+inline RenderPatch add(const std::string& parent, RenderNode made, int index = 0) {
+    RenderPatch patch;
+    patch.kind = PatchKind::Add;
+    patch.node = at(parent, std::move(made));
+    patch.path = patch.node.path;
+    patch.parent_path = parent;
+    patch.index = index;
+    return patch;
+}
+
+inline RenderPatch replace(const std::string& parent, RenderNode made) {
+    RenderPatch patch = add(parent, std::move(made));
+    patch.kind = PatchKind::Replace;
+    return patch;
+}
+
+inline RenderPatch update(const std::string& parent, RenderNode made) {
+    RenderPatch patch = add(parent, std::move(made));
+    patch.kind = PatchKind::Update;
+    patch.node.children.clear();
+    return patch;
+}
+
+inline RenderPatch removal(const std::string& path) {
+    RenderPatch patch;
+    patch.kind = PatchKind::Remove;
+    patch.path = path;
+    return patch;
+}
+
+inline RenderPatch editor_text(const std::string& path, const std::string& words) {
+    RenderPatch patch;
+    patch.kind = PatchKind::SetEditorText;
+    patch.path = path;
+    patch.node.text = words;
+    return patch;
+}
+
+/// Runs what was posted, deferred deletions too.
+inline void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+/// A view of an application without styles, driven by hand-made patches: its own renders give
+/// none.
+class ViewFixture : public testing::Test {
+protected:
+    ViewFixture()
+        : view(app)
+        , window(view.build())
+        , state(ViewProbe::state(view)) {
+        apply({removal("")});
+    }
+
+    void apply(const std::vector<RenderPatch>& patches) { view.apply_patches(patches); }
+
+    /// Puts a tree named "App" in the window and shows it.
+    void show(RenderNode root, int width = 600, int height = 400) {
+        apply({add("", std::move(root))});
+        window->resize(width, height);
+        window->show();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        settle();
+    }
+
+    template <class T>
+    T* widget(const std::string& path) {
+        T* found = qobject_cast<T*>(view.widget_at(path));
+        EXPECT_NE(found, nullptr) << path;
+        return found;
+    }
+    QLineEdit* line(const std::string& path) { return widget<EditorWidget>(path)->line_edit; }
+    DNode& record(const std::string& path) {
+        DNode* found = state.find(path);
+        EXPECT_NE(found, nullptr) << path;
+        return *found;
+    }
+    /// The object names of what stands in a node's layout, in order.
+    std::vector<std::string> laid_out(const std::string& path) {
+        std::vector<std::string> names;
+        QBoxLayout* layout = record(path).layout;
+        for (int index = 0; index < layout->count(); ++index)
+            if (QWidget* outer = layout->itemAt(index)->widget()) {
+                const DNode* dnode = state.find_dnode_by_widget(outer);
+                names.push_back(dnode ? dnode->widget->objectName().toStdString() : "(caption)");
+            }
+        return names;
+    }
+
+    CorvelApp app;
+    DesktopView view;
+    std::unique_ptr<QWidget> window;
+    ViewState& state;
+};
+
+} // namespace ViewTest
