@@ -2,11 +2,13 @@
 #include "site/site_support.h"
 
 #include <functional>
+#include <limits>
 
 namespace Lumenfold {
 namespace {
 
 namespace fs = std::filesystem;
+using TestSupport::expect_change;
 using TestSupport::normal_form;
 using TestSupport::on_private_disk;
 using TestSupport::parser_words;
@@ -29,19 +31,15 @@ struct AdderCase {
     std::function<bool(const fs::path&, std::size_t)> remove;
 };
 
-bool remove_from(const char* key, const fs::path& path, std::size_t index) {
-    return remove_record(path, key, index);
-}
-
 template <class Record>
 Adder adder(bool (*add)(const fs::path&, const Record&, std::string*), Record record) {
     return [=](const fs::path& path, std::string* error) { return add(path, record, error); };
 }
 
 std::vector<AdderCase> adder_cases() {
-    using std::placeholders::_1;
-    using std::placeholders::_2;
-    const auto removes = [](const char* key) { return std::bind(remove_from, key, _1, _2); };
+    const auto removes = [](const char* key) {
+        return [=](const fs::path& path, std::size_t at) { return remove_record(path, key, at); };
+    };
     return {
         {"dependency", nullptr, "requires",
          adder<DependencyRecord>(add_dependency, {"n", "u", "i", true}),
@@ -240,25 +238,24 @@ TEST(AddTopic, MakesTheManifest) {
 }
 
 TEST(AddPolicy, LinksThePageFromTheFooter) {
-    const TempDir dir;
-    const fs::path file = dir / "site";
-    const std::string policy = R"({"slug":"s","name":"n","title":"t","file":"f"})";
-    write_file(file, R"({"policies": [{"name": "no slug"}], "footer_links": "lost"})");
-    ASSERT_TRUE(add_policy(file, {"s", "n", "t", "f", false}, nullptr));
-    EXPECT_EQ(read_file(file), normal_form(R"({"policies":[{"name":"no slug"},)" + policy +
-                                           R"(],"footer_links":[{"label":"n","href":"s.html"}]})"));
-    write_file(file, R"({"footer_links": "kept"})");
-    ASSERT_TRUE(add_policy(file, {"s", "n", "t", "f", true}, nullptr));
-    EXPECT_EQ(read_file(file),
-              normal_form(R"({"footer_links":"kept","policies":[)" + policy + "]}"));
+    const auto add = [](bool skip_link) {
+        return [=](const fs::path& file) {
+            return add_policy(file, {"s", "n", "t", "f", skip_link}, nullptr);
+        };
+    };
+    expect_change(R"({"policies": [{"name": "no slug"}], "footer_links": "lost"})",
+                  R"({"policies":[{"name":"no slug"},
+                                  {"slug":"s","name":"n","title":"t","file":"f"}],
+                      "footer_links":[{"label":"n","href":"s.html"}]})",
+                  add(false));
+    expect_change(R"({"footer_links": "kept"})",
+                  R"({"footer_links":"kept",
+                      "policies":[{"slug":"s","name":"n","title":"t","file":"f"}]})",
+                  add(true));
 }
 
 TEST(RemovePolicy, TakesItsExactLinksAlong) {
-    struct Case {
-        const char* before;
-        const char* after;
-    };
-    const Case cases[] = {
+    const char* cases[][2] = {
         {R"({"policies":[{"slug":"s"},1],"footer_links":[{"href":"s.html"},{"href":"/s.html"},
              "s.html",{"href":"S.html"},{"href":"s.html","label":"again"},{}]})",
          R"({"policies":[1],"footer_links":[{"href":"/s.html"},"s.html",{"href":"S.html"},{}]})"},
@@ -268,22 +265,20 @@ TEST(RemovePolicy, TakesItsExactLinksAlong) {
          R"({"policies":[],"footer_links":{"href":"5.html"}})"},
         {R"({"policies":["s"]})", R"({"policies":[]})"},
     };
-    const TempDir dir;
-    for (const Case& c : cases) {
-        write_file(dir / "site", c.before);
-        EXPECT_TRUE(remove_policy(dir / "site", 0));
-        EXPECT_EQ(read_file(dir / "site"), normal_form(c.after));
-    }
+    for (const auto& [before, after] : cases)
+        expect_change(before, after, [](const fs::path& file) { return remove_policy(file, 0); });
 }
 
 TEST(RemoveTopic, AddsTheMissingFormat) {
-    const TempDir dir;
-    write_file(dir / "manifest", R"({"build": {"topics": [1, 2]}})");
-    EXPECT_TRUE(remove_topic(dir / "manifest", 0));
-    EXPECT_EQ(read_file(dir / "manifest"), normal_form(R"({"format":1,"build":{"topics":[2]}})"));
-    write_file(dir / "manifest", R"({"build": [{"topics": [1]}]})");
-    EXPECT_FALSE(remove_topic(dir / "manifest", 0));
-    EXPECT_EQ(read_file(dir / "manifest"), R"({"build": [{"topics": [1]}]})");
+    const auto remove = [](const fs::path& file) { return remove_topic(file, 0); };
+    expect_change(R"({"build": {"topics": [1, 2]}})", R"({"format":1,"build":{"topics":[2]}})",
+                  remove);
+    expect_change(R"({"build": [{"topics": [1]}]})", nullptr, remove);
+}
+
+TEST(AddEmptyObject, SetsTheKey) {
+    expect_change(R"({"slug": "s", "repo": 5, "z": 1})", R"({"slug":"s","repo":{},"z":1})",
+                  [](const fs::path& file) { return add_empty_object(file, "repo", nullptr); });
 }
 
 TEST(ProjectEntries, AreComparedAsPaths) {
@@ -305,75 +300,53 @@ TEST(ProjectEntries, AreComparedAsPaths) {
                                        dir / "projects" / "b" / "config", dir / "none"}));
     EXPECT_EQ(read_file(site), normal_form(R"({"projects":["b",{"config":5},{}]})"));
 
-    write_file(site, R"({"projects": 5})");
-    EXPECT_FALSE(remove_projects(site, {dir / "a"}));
-    EXPECT_TRUE(add_project_entry(site, "c"));
-    EXPECT_EQ(read_file(site), normal_form(R"({"projects":[{"config":"c"}]})"));
+    const auto add = [](const fs::path& file) { return add_project_entry(file, "c"); };
+    const auto remove = [](const fs::path& file) { return remove_projects(file, {"/c"}); };
+    expect_change(R"({"projects": 5})", R"({"projects":[{"config":"c"}]})", add);
+    expect_change(R"({"projects": 5})", nullptr, remove);
     for (const char* root : {"[]", "{", "null"}) {
-        write_file(site, root);
-        EXPECT_FALSE(add_project_entry(site, "c")) << root;
-        EXPECT_FALSE(remove_projects(site, {})) << root;
-        EXPECT_EQ(read_file(site), root);
+        expect_change(root, nullptr, add);
+        expect_change(root, nullptr, remove);
     }
     EXPECT_FALSE(add_project_entry(dir / "missing", "c"));
     EXPECT_FALSE(fs::exists(dir / "missing"));
 }
 
-TEST(AddEmptyObject, SetsTheKey) {
-    const TempDir dir;
-    write_file(dir / "p", R"({"slug": "s", "repo": 5, "z": 1})");
-    std::string error;
-    EXPECT_TRUE(add_empty_object(dir / "p", "repo", &error)) << error;
-    EXPECT_EQ(read_file(dir / "p"), normal_form(R"({"slug":"s","repo":{},"z":1})"));
-}
-
 TEST(HomeSections, AddMoveAndRemove) {
-    const TempDir dir;
-    const fs::path site = dir / "site";
     const auto sections = [](const std::string& list) {
-        return normal_form(R"({"home":{"hero":1,"sections":[)" + list + R"(]},"z":0})");
+        return R"({"home":{"hero":1,"sections":[)" + list + R"(]},"z":0})";
     };
-    Json section = Json::object();
-    section["type"] = "custom";
-    write_file(site, R"({"home": {"hero": 1, "sections": null}, "z": 0})");
-    EXPECT_TRUE(add_home_section(site, section));
-    EXPECT_EQ(read_file(site), sections(R"({"type":"custom"})"));
+    const auto add = [](const fs::path& file) { return add_home_section(file, Json(7)); };
+    expect_change(R"({"home": {"hero": 1, "sections": null}, "z": 0})", sections("7").c_str(), add);
+    expect_change(R"({"home": ["sections"]})", R"({"home":{"sections":[7]}})", add);
+    expect_change("[]", nullptr, add);
 
     struct Move {
         std::size_t index;
         int delta;
         const char* after; ///< null where it is refused
     };
+    // clang-format off
     const Move moves[] = {
-        {0, 1, "2,1,3,4"},
-        {3, -1, "1,2,4,3"},
-        {0, 3, "2,3,4,1"},
-        {3, -3, "4,1,2,3"},
-        {1, 0, "1,2,3,4"},
-        {0, -1, nullptr},
-        {3, 1, nullptr},
-        {4, -1, nullptr},
-        {0, 4, nullptr},
+        {0, 1, "2,1,3,4"}, {3, -1, "1,2,4,3"}, {0, 3, "2,3,4,1"}, {3, -3, "4,1,2,3"},
+        {1, 0, "1,2,3,4"}, {0, -1, nullptr}, {3, 1, nullptr}, {4, -1, nullptr}, {0, 4, nullptr},
         {static_cast<std::size_t>(-1), 1, nullptr},
-        {2, std::numeric_limits<int>::max(), nullptr},
-        {2, std::numeric_limits<int>::min(), nullptr},
+        {2, std::numeric_limits<int>::max(), nullptr}, {2, std::numeric_limits<int>::min(), nullptr},
     };
+    // clang-format on
     for (const Move& m : moves) {
         SCOPED_TRACE(std::to_string(m.index) + " by " + std::to_string(m.delta));
-        write_file(site, sections("1,2,3,4"));
-        EXPECT_EQ(move_home_section(site, m.index, m.delta), m.after != nullptr);
-        EXPECT_EQ(read_file(site), sections(m.after ? m.after : "1,2,3,4"));
+        const std::string after = sections(m.after ? m.after : "");
+        expect_change(
+            sections("1,2,3,4"), m.after ? after.c_str() : nullptr,
+            [&](const fs::path& file) { return move_home_section(file, m.index, m.delta); });
     }
-    write_file(site, sections("1,2"));
-    EXPECT_FALSE(remove_home_section(site, 2));
-    EXPECT_TRUE(remove_home_section(site, 0));
-    EXPECT_EQ(read_file(site), sections("2"));
-
-    write_file(site, R"({"home": ["sections"]})");
-    EXPECT_FALSE(remove_home_section(site, 0));
-    EXPECT_FALSE(move_home_section(site, 0, 0));
-    EXPECT_TRUE(add_home_section(site, section));
-    EXPECT_EQ(read_file(site), normal_form(R"({"home":{"sections":[{"type":"custom"}]}})"));
+    const auto remove = [](std::size_t index) {
+        return [=](const fs::path& file) { return remove_home_section(file, index); };
+    };
+    expect_change(sections("1,2"), sections("2").c_str(), remove(0));
+    expect_change(sections("1,2"), nullptr, remove(2));
+    expect_change(R"({"home": ["sections"]})", nullptr, remove(0));
 }
 
 TEST(UniqueSectionId, CountsUntilItIsFree) {
@@ -412,18 +385,12 @@ TEST(HomeSectionFragment, IsMadeOnce) {
 }
 
 TEST(TextHelpers, SlugifyAndTrim) {
+    // clang-format off
     const char* slugs[][2] = {
-        {"Hello, World!", "hello-world"},
-        {"", ""},
-        {"---", ""},
-        {"東京", ""},
-        {"  A  b  ", "a-b"},
-        {"über-uns", "ber-uns"},
-        {"Z9", "z9"},
-        {"C++ & C#", "c-c"},
-        {"a\nb", "a-b"},
-        {"@[`{", ""},
+        {"Hello, World!", "hello-world"}, {"", ""}, {"---", ""}, {"東京", ""}, {"  A  b  ", "a-b"},
+        {"über-uns", "ber-uns"}, {"Z9", "z9"}, {"C++ & C#", "c-c"}, {"a\nb", "a-b"}, {"@[`{", ""},
     };
+    // clang-format on
     for (const auto& [text, slug] : slugs)
         EXPECT_EQ(slugify(text), slug) << text;
     const char* trimmed[][2] = {

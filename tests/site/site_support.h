@@ -38,6 +38,17 @@ inline std::string parser_words(const std::string& text) {
     }
 }
 
+/// Checks what `change` makes of a file that holds `before`: the normal form of `after`, or a
+/// refusal that leaves every byte where `after` is null.
+inline void expect_change(const std::string& before, const char* after,
+                          const std::function<bool(const fs::path&)>& change) {
+    SCOPED_TRACE(before);
+    const TempDir dir;
+    write_file(dir / "file", before);
+    EXPECT_EQ(change(dir / "file"), after != nullptr);
+    EXPECT_EQ(read_file(dir / "file"), after ? normal_form(after) : before);
+}
+
 /// While it lives, a write beyond `bytes` of a file fails as on a full disk: the file opens, is
 /// truncated and takes that much. Nothing may be printed meanwhile, output being a file too.
 class FileSizeLimit {

@@ -5,7 +5,7 @@ namespace Lumenfold {
 namespace {
 
 namespace fs = std::filesystem;
-using TestSupport::normal_form;
+using TestSupport::expect_change;
 using TestSupport::on_private_disk;
 using TestSupport::parser_words;
 using TestSupport::PrivateDisk;
@@ -134,26 +134,18 @@ TEST(VersionNewer, OrdersMajorMinorLabelsOnly) {
         bool newer;
         bool older;
     };
+    // clang-format off
     const Case cases[] = {
-        {"1.10", "1.9", true, false},
-        {"2.0", "1.99", true, false},
-        {"1.2", "1.2", false, false},
-        {"1.2", "01.02", false, false},
-        {"1.2.3", "1.2.9", false, false},
-        {"1.2", "nightly", true, false},
-        {"1.2", "1.2.3", true, false},
-        {"0.0", "9", true, false},
-        {"nightly", "x", false, false},
-        {"1.2", "", true, false},
-        {"0.1", "1.", true, false},
-        {"0.1", ".1", true, false},
-        {"0.1", "1.2 ", true, false},
-        {"0.1", "v1.2", true, false},
-        {"0.1", "-1.2", true, false},
-        {"0.1", "+1.2", true, false},
+        {"1.10", "1.9", true, false}, {"2.0", "1.99", true, false}, {"1.2", "1.2", false, false},
+        {"1.2", "01.02", false, false}, {"1.2.3", "1.2.9", false, false},
+        {"nightly", "x", false, false}, {"1.2", "nightly", true, false},
+        {"1.2", "1.2.3", true, false}, {"0.0", "9", true, false}, {"0.1", "", true, false},
+        {"0.1", "1.", true, false}, {"0.1", ".1", true, false}, {"0.1", "1.2 ", true, false},
+        {"0.1", "v1.2", true, false}, {"0.1", "-1.2", true, false}, {"0.1", "+1.2", true, false},
         {"999999999.0", "999999998.999999999", true, false},
         {"0.1", "1000000000.1", true, false}, // ten digits
     };
+    // clang-format on
     for (const Case& c : cases) {
         EXPECT_EQ(version_newer(c.a, c.b), c.newer) << c.a << " newer than " << c.b;
         EXPECT_EQ(version_newer(c.b, c.a), c.older) << c.b << " newer than " << c.a;
@@ -184,6 +176,9 @@ TEST(IncludeVersion, DeclaresNewestFirst) {
         {R"({"format":1,"versions":[{"label":"x"},5,{},{"label":"1.8"}]})", "1.9",
          R"({"format":1,"versions":[{"label":"1.9","release_date":"D"},{"label":"x"},5,{},
              {"label":"1.8"}]})"},
+        {R"({"format":1,"versions":["1.0",5,{"label":"1.8"}]})", "1.9",
+         R"({"format":1,"versions":["1.0",5,{"label":"1.9","release_date":"D"},
+             {"label":"1.8"}]})"},
         {R"({"format":1,"versions":["1.0",{"label":"2.0"}]})", "y",
          R"({"format":1,"versions":["1.0",{"label":"2.0"},{"label":"y","release_date":"D"}]})"},
         {R"({"format":1,"versions":"lost","versions_excluded":["1.0","2.0",5,"1.0"]})", "1.0",
@@ -206,21 +201,13 @@ TEST(IncludeVersion, DeclaresNewestFirst) {
          R"({"format":1,"facts":{"label":"License","value":"MIT"},
              "versions":[{"label":"1.0","release_date":"D"}]})"},
     };
-    const TempDir dir;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.before);
-        write_file(dir / "p", c.before);
-        EXPECT_TRUE(include_version(dir / "p", c.label, "D"));
-        EXPECT_EQ(read_file(dir / "p"), normal_form(c.after));
-    }
+    for (const Case& c : cases)
+        expect_change(c.before, c.after,
+                      [&](const fs::path& file) { return include_version(file, c.label, "D"); });
 }
 
 TEST(ExcludeVersion, TakesTheDeclarationAway) {
-    struct Case {
-        const char* before;
-        const char* after;
-    };
-    const Case cases[] = {
+    const char* cases[][2] = {
         {R"({"slug":"s"})", R"({"format":1,"slug":"s","versions_excluded":["1.0"]})"},
         {R"({"format":1,"versions":[{"label":"1.0"},{"label":"1.1"},"1.0",{"label":"1.0"}],
              "versions_excluded":["0.9"]})",
@@ -229,30 +216,27 @@ TEST(ExcludeVersion, TakesTheDeclarationAway) {
          R"({"format":1,"versions":{"label":"1.0"},"versions_excluded":["1.0"]})"},
         {R"({"format":1,"versions_excluded":5})", R"({"format":1,"versions_excluded":["1.0"]})"},
     };
-    const TempDir dir;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.before);
-        write_file(dir / "p", c.before);
-        EXPECT_TRUE(exclude_version(dir / "p", "1.0"));
-        EXPECT_EQ(read_file(dir / "p"), normal_form(c.after));
-        EXPECT_TRUE(exclude_version(dir / "p", "1.0"));
-        EXPECT_EQ(read_file(dir / "p"), normal_form(c.after)) << "twice is once";
+    const auto exclude = [](const fs::path& file) { return exclude_version(file, "1.0"); };
+    for (const auto& [before, after] : cases) {
+        expect_change(before, after, exclude);
+        expect_change(after, after, exclude); // twice is once
     }
 }
 
 TEST(IncludeAndExclude, RefuseQuietly) {
-    const TempDir dir;
+    const auto include = [](const char* label) {
+        return [=](const fs::path& file) { return include_version(file, label, "D"); };
+    };
+    const auto exclude = [](const char* label) {
+        return [=](const fs::path& file) { return exclude_version(file, label); };
+    };
     for (const char* text : {"[]", "{", "null", ""}) {
-        write_file(dir / "p", text);
-        EXPECT_FALSE(include_version(dir / "p", "1.0", "")) << text;
-        EXPECT_FALSE(exclude_version(dir / "p", "1.0")) << text;
-        EXPECT_EQ(read_file(dir / "p"), text);
+        expect_change(text, nullptr, include("1.0"));
+        expect_change(text, nullptr, exclude("1.0"));
     }
-    write_file(dir / "p", "{}");
-    EXPECT_FALSE(include_version(dir / "p", "", "D"));
-    EXPECT_FALSE(exclude_version(dir / "p", ""));
-    EXPECT_FALSE(include_version(dir / "missing", "1.0", ""));
-    EXPECT_EQ(read_file(dir / "p"), "{}");
+    expect_change("{}", nullptr, include(""));
+    expect_change("{}", nullptr, exclude(""));
+    EXPECT_FALSE(include_version("/no/such/file", "1.0", ""));
 
     const bool permitted = on_private_disk("size=64k", [](const PrivateDisk& disk) {
         const fs::path file = disk.path() / "p";
