@@ -86,11 +86,12 @@ void RenderBuilder::prepare_children(NodeSlot& slot, const Scope& scope) {
 }
 
 void RenderBuilder::expand(NodeSlot& slot) {
-    const auto& plans = slot.plan->children();
-    slot.children = std::vector<NodeSlot>(plans.size());
+    auto& plans = slot.plan->children();
+    if (!plans.empty())
+        slot.children = SlotArray(cache_.slot_pool, plans.size());
     for (std::size_t i = 0; i < plans.size(); ++i) {
         NodeSlot& child = slot.children[i];
-        set_up_child(child, slot, plans[i]->name(), *plans[i]);
+        set_up_child(child, slot, plans[i].name(), plans[i]);
         child.hideable = true;
         child.hidden = state_.hidden_paths.contains(*child.path);
     }
@@ -114,7 +115,7 @@ void RenderBuilder::match_rows(NodeSlot& slot) {
         return;
     }
 
-    const auto& templates = slot.plan->children();
+    auto& templates = slot.plan->children();
     const bool separated = templates.size() > 1;
     EarlierRows earlier_rows(*earlier, list.rows);
     std::vector<RowSlot> rows;
@@ -122,12 +123,12 @@ void RenderBuilder::match_rows(NodeSlot& slot) {
     for (std::size_t i = 0; i < entries.size(); ++i) {
         RowSlot row = earlier_rows.take(entries[i], cache_.last_row_version);
         if (!row.item) {
-            row.item = make_child(slot, entries[i].id, *templates[0]);
+            row.item = make_child(slot, entries[i].id, templates[0]);
             row.item->keeps_place = true;
             row.version = ++cache_.last_row_version;
         }
         if (separated && !row.separator && i + 1 < entries.size())
-            row.separator = make_child(slot, separator_name(entries[i]), *templates[1]);
+            row.separator = make_child(slot, separator_name(entries[i]), templates[1]);
         rows.push_back(std::move(row));
     }
     for (RowSlot& gone : list.rows) {
@@ -155,7 +156,7 @@ void RenderBuilder::match_cards(NodeSlot& slot) {
     for (const auto& [display_name, theme] : state_.themes) {
         std::unique_ptr<NodeSlot>& card = earlier[display_name];
         if (!card) {
-            card = make_child(slot, display_name, *slot.plan->children()[0]);
+            card = make_child(slot, display_name, slot.plan->children()[0]);
             card->is_card = true;
             card->keeps_place = true;
             slot.children_written = false;

@@ -3,6 +3,7 @@
 #include "layers/object_model.h"
 #include "runtime/corvel_app.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unordered_set>
@@ -36,10 +37,10 @@ bool inherits_from_detail(const Layers::LLayer& layer) {
     return false;
 }
 
-bool names_distinct(const std::vector<std::unique_ptr<LayerPlan>>& plans) {
+bool names_distinct(const std::vector<LayerPlan>& plans) {
     std::unordered_set<std::string_view> names;
-    for (const auto& plan : plans) {
-        if (!names.insert(*plan->name()).second)
+    for (const LayerPlan& plan : plans) {
+        if (!names.insert(*plan.name()).second)
             return false;
     }
     return true;
@@ -68,39 +69,40 @@ std::vector<const Layers::LLayer*> template_children(const Layers::LLayer& layer
 }
 
 LayerPlan::LayerPlan(const Layers::LLayer& layer)
-    : layer_(layer)
+    : layer_(&layer)
     , reader_(&layer)
     , kind_(node_kind_of(&layer))
     , name_(layer.name()) {}
 
-const std::vector<std::unique_ptr<LayerPlan>>& LayerPlan::children() {
+std::vector<LayerPlan>& LayerPlan::children() {
     if (!children_known_) {
         children_known_ = true;
-        for (const Layers::LLayer* child : template_children(layer_))
-            children_.push_back(std::make_unique<LayerPlan>(*child));
+        const std::vector<const Layers::LLayer*> layers = template_children(*layer_);
+        children_.reserve(layers.size());
+        for (const Layers::LLayer* layer : layers)
+            children_.emplace_back(*layer);
         distinct_children_ = names_distinct(children_);
     }
     return children_;
 }
 
 const LayerStyle& LayerPlan::style(const StateSet* states, const StyleInputs& inputs) {
-    for (LayerStyle& entry : styles_) {
-        if (entry.states == states) {
-            if (entry.epoch != inputs.epoch)
-                refresh(entry, inputs);
-            return entry;
-        }
+    LayerStyle* entry = &first_style_;
+    if (first_style_.states && first_style_.states != states) {
+        auto known = std::find_if(more_styles_.begin(), more_styles_.end(),
+                                  [states](const LayerStyle& s) { return s.states == states; });
+        entry = known == more_styles_.end() ? &more_styles_.emplace_back() : &*known;
     }
-    LayerStyle& entry = styles_.emplace_back();
-    entry.states = states;
-    refresh(entry, inputs);
-    return entry;
+    entry->states = states;
+    if (entry->epoch != inputs.epoch)
+        refresh(*entry, inputs);
+    return *entry;
 }
 
 void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
     const std::vector<std::string>& states = entry.states->names();
     SharedStyle style = SharedStyle::made_by([&] { return reader_.read(states); });
-    Layers::apply_mobile_scale(style.edit(), &layer_, states, kind_ == NodeKind::Icon,
+    Layers::apply_mobile_scale(style.edit(), layer_, states, kind_ == NodeKind::Icon,
                                inputs.icon_scale, inputs.font_scale, inputs.size_scale);
     if (kind_ == NodeKind::Markdown && inputs.secondary_color)
         style.edit().secondary_text_color = *inputs.secondary_color;

@@ -47,7 +47,7 @@ public:
     NodeKind kind() const { return kind_; }
     const SharedText& name() const { return name_; }
     /// The layer's child layers in order, less those that inherit from "Detail".
-    const std::vector<std::unique_ptr<LayerPlan>>& children();
+    std::vector<LayerPlan>& children();
     /// Whether no two children share a name. Valid after `children`.
     bool distinct_children() const { return distinct_children_; }
     /// The style under `states`, read again if `inputs` has moved on. A style that reads the same
@@ -57,14 +57,15 @@ public:
 private:
     void refresh(LayerStyle& entry, const StyleInputs& inputs);
 
-    const Layers::LLayer& layer_;
+    const Layers::LLayer* layer_;
     Layers::StyleReader reader_;
     NodeKind kind_;
     SharedText name_;
     bool children_known_ = false;
     bool distinct_children_ = true;
-    std::vector<std::unique_ptr<LayerPlan>> children_;
-    std::vector<LayerStyle> styles_;
+    std::vector<LayerPlan> children_;
+    LayerStyle first_style_;              ///< most layers are only met under one set of states
+    std::vector<LayerStyle> more_styles_; ///< under further sets
 };
 
 /// The layers that stand for nodes below `layer`, in order: its child layers less those with a

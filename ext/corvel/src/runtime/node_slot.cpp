@@ -2,9 +2,31 @@
 
 #include "runtime/corvel_app.h"
 
+#include <memory>
 #include <utility>
 
 namespace Corvel {
+
+SlotArray::SlotArray(std::pmr::memory_resource& pool, std::size_t count)
+    : pool_(&pool)
+    , slots_(static_cast<NodeSlot*>(pool.allocate(count * sizeof(NodeSlot), alignof(NodeSlot))))
+    , count_(count) {
+    std::uninitialized_default_construct_n(slots_, count);
+}
+
+SlotArray& SlotArray::operator=(SlotArray&& other) noexcept {
+    std::swap(pool_, other.pool_);
+    std::swap(slots_, other.slots_);
+    std::swap(count_, other.count_);
+    return *this;
+}
+
+SlotArray::~SlotArray() {
+    if (!pool_)
+        return;
+    std::destroy_n(slots_, count_);
+    pool_->deallocate(slots_, count_ * sizeof(NodeSlot), alignof(NodeSlot));
+}
 
 void SlotIndex::add(NodeSlot& slot) {
     auto [entry, inserted] = slots_.try_emplace(*slot.path, &slot);

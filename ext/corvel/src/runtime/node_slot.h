@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <set>
 #include <string>
 #include <string_view>
@@ -31,6 +32,27 @@ struct Overrides {
     const std::string* href = nullptr;
     const std::string* data = nullptr;
     const double* height = nullptr;
+};
+
+/// A fixed number of slots in one piece of a pool, which keeps what a render walks through close
+/// together.
+class SlotArray {
+public:
+    SlotArray() = default;
+    SlotArray(std::pmr::memory_resource& pool, std::size_t count);
+    SlotArray(SlotArray&& other) noexcept { *this = std::move(other); }
+    SlotArray& operator=(SlotArray&& other) noexcept;
+    ~SlotArray();
+
+    NodeSlot* begin() const { return slots_; }
+    NodeSlot* end() const;
+    std::size_t size() const { return count_; }
+    NodeSlot& operator[](std::size_t position) const;
+
+private:
+    std::pmr::memory_resource* pool_ = nullptr;
+    NodeSlot* slots_ = nullptr;
+    std::size_t count_ = 0;
 };
 
 /// The row that nodes are built for, or no row.
@@ -109,7 +131,7 @@ struct NodeSlot {
     ChildMode mode = ChildMode::Layers;
     NodeKind kind = NodeKind::Box;
     const StateSet* states = nullptr; ///< handed down to the children
-    std::vector<NodeSlot> children;   ///< mode Layers
+    SlotArray children;               ///< mode Layers
     std::unique_ptr<SlotDetails> details;
 
     // The content.
@@ -123,6 +145,14 @@ struct NodeSlot {
     NodeSlot* next_of_path = nullptr; ///< another slot of the same path
     NodeSlot* previous_of_path = nullptr;
 };
+
+inline NodeSlot* SlotArray::end() const {
+    return slots_ + count_;
+}
+
+inline NodeSlot& SlotArray::operator[](std::size_t position) const {
+    return slots_[position];
+}
 
 /// Finds slots by path. Several nodes can have one path, since a row's id may be any text.
 class SlotIndex {

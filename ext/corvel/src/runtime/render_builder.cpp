@@ -149,7 +149,9 @@ void RenderBuilder::update_children(NodeSlot& slot, const Scope& scope, RenderNo
     prepare_children(slot, scope);
     // With names that repeat, nodes are compared across their places.
     bool same_children = slot.children_written && slot.distinct_children;
+    bool any = false;
     for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
+        any = true;
         if (!child.hidden)
             refresh(child, inner);
         same_children = same_children && child.in_tree == child.shown();
@@ -158,6 +160,8 @@ void RenderBuilder::update_children(NodeSlot& slot, const Scope& scope, RenderNo
         rewrite_children(slot, scope, node);
         return;
     }
+    if (!any)
+        return; // without a look at the node: a leaf costs its slot only
     auto place = node.children.begin();
     for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
         if (child.in_tree)

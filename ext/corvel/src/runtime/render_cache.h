@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 
 namespace Corvel {
@@ -15,6 +16,7 @@ namespace Corvel {
 struct RenderCache {
     StateSets sets;
     std::unique_ptr<LayerPlan> root_plan;
+    std::pmr::unsynchronized_pool_resource slot_pool; ///< outlives the slots
     std::unique_ptr<NodeSlot> root;
     SlotIndex index;
     StyleInputs inputs;

@@ -76,7 +76,7 @@ void RenderBuilder::release(std::unique_ptr<NodeSlot>& slot) {
 void RenderBuilder::release_children(NodeSlot& slot) {
     for (NodeSlot& child : slot.children)
         release(child);
-    slot.children.clear();
+    slot.children = SlotArray();
     slot.expanded = false;
     slot.distinct_children = true;
     if (!slot.details)
