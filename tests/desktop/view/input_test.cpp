@@ -127,6 +127,21 @@ TEST_F(ViewInput, TwoRequestsInOneTurnCostOneRender) {
     EXPECT_FALSE(state.render_pending);
 }
 
+TEST_F(ViewInput, TabGoesThroughTheFieldsInReadingOrder) {
+    const auto row = [](NodeStyle& style) { style.layout_direction = "Row-Reverse"; };
+    show(box("App", {}, {editor("Last"), box("Row", row, {editor("Right"), editor("Left")})}));
+    apply({add("App", box("Top", {}, {editor("First")}), 0),
+           replace("App/Row", editor("Left")), // first in the row, and so at its right end
+           update("App", editor("Last", "", [](NodeStyle& style) { style.margin_left = 4; }))});
+    line("App/Top/First")->setFocus();
+    std::vector<std::string> order;
+    for (int field = 0; field < 4; ++field) {
+        order.push_back(window->focusWidget()->parentWidget()->objectName().toStdString());
+        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(order, (std::vector<std::string>{"First", "Last", "Right", "Left"}));
+}
+
 TEST_F(ViewInput, TheWindowsSizeReachesTheApplication) {
     show(box("App"), 580, 400);
     EXPECT_FALSE(app.set_viewport_width(600));

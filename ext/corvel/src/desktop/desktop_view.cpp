@@ -5,6 +5,7 @@
 #include "desktop/node_update.h"
 #include "desktop/overlays.h"
 #include "desktop/scroll_host.h"
+#include "desktop/tab_order.h"
 #include "desktop/video_selection.h"
 #include "desktop/widgets/editor_widget.h"
 #include "desktop/widgets/root_container.h"
@@ -158,6 +159,7 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
         for (const RenderPatch& patch : std::exchange(queued, {}))
             apply_patch(*this, patch);
     resume_layouts(*this);
+    renew_tab_order(*this);
     position_overlays(*this);
     schedule_video_check(*this);
 }

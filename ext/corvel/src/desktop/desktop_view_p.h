@@ -131,6 +131,7 @@ struct ViewState {
     bool positioning = false;                            ///< overlays are being placed
     std::vector<std::string> waiting_modals;             ///< open once the root is shown
     std::unordered_map<const QWidget*, DNode*> by_outer; ///< record by its `outer`
+    bool tab_order_stale = false;                        ///< fields came or moved
     std::unordered_set<EditorWidget*> editors;           ///< alive and not about to go
     std::vector<QPointer<QLayout>> paused_layouts;       ///< laid out once, after the patches
     std::unordered_set<QScrollBar*> themed_bars;         ///< every bar of a scrolling box

@@ -112,6 +112,7 @@ std::vector<QWidget*> take_widgets(QBoxLayout& layout) {
 /// the scroll position lost.
 void rebuild_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style) {
     const FocusKeeper focus(*dnode.box);
+    view.tab_order_stale = true;
     const std::vector<QWidget*> kept = take_widgets(*dnode.layout);
     if (!dnode.scroll_area)
         delete dnode.layout;
@@ -146,6 +147,7 @@ void rewrap_node(ViewState& view, DNode& dnode, const NodeStyle& style) {
     if (index < 0)
         return;
     const FocusKeeper focus(*dnode.widget);
+    view.tab_order_stale = true;
     const int stretch = layout->stretch(index);
     const Qt::Alignment alignment = layout->itemAt(index)->alignment();
     layout->removeWidget(dnode.outer);

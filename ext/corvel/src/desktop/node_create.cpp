@@ -192,6 +192,8 @@ DNode& create_widget(ViewState& view, const RenderNode& node, DNode* parent) {
         set_collapsed_limits(dnode);
     dnode.own_opacity = style.opacity;
     propagate_opacity(view, dnode);
+    if (dnode.editor || dnode.combo || dnode.markdown)
+        view.tab_order_stale = true;
     return dnode;
 }
 

@@ -123,6 +123,7 @@ bool float_node(ViewState& view, DNode& dnode) {
     if (!host || !host->box || view.modals.contains(*dnode.path))
         return false;
     const FocusKeeper focus(*dnode.outer);
+    view.tab_order_stale = true;
     dnode.host_path = *host->path;
     host->box->on_resize = [&view] { position_overlays(view); };
     if (host->layout)

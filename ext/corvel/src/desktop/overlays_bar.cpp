@@ -66,6 +66,7 @@ void settle_bar(ViewState& view, DNode& dnode, const NodeStyle& style) {
     if (!dnode.bar_floating)
         return;
     const FocusKeeper focus(*dnode.outer);
+    view.tab_order_stale = true;
     leave_host(view, dnode);
     dnode.bar_no_reserve = false;
     dnode.bar_modal_sheet = false;

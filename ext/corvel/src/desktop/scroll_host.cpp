@@ -34,9 +34,15 @@ void watch_bar(ViewState& view, QScrollBar* bar) {
                      [&view, bar](int value) { scrolled(view, bar, value); });
 }
 
+/// The theme's colour for the handles, a grey that shows on any surface if it has none.
+QColor handle_color(const ViewState& view) {
+    const QColor color = color_of(view.bar_color);
+    return color.isValid() ? color : QColor(Qt::gray);
+}
+
 void add_themed_bar(ViewState& view, QScrollBar* bar) {
     view.themed_bars.insert(bar);
-    style_scroll_bar(bar, color_of(view.bar_color));
+    style_scroll_bar(bar, handle_color(view));
     QObject::connect(bar, &QObject::destroyed, view.root, [&view, bar] {
         view.themed_bars.erase(bar);
         view.scroll_values.erase(bar);
@@ -103,7 +109,7 @@ void theme_scroll_bars(ViewState& view) {
         return;
     view.bar_color = color;
     for (QScrollBar* bar : view.themed_bars)
-        style_scroll_bar(bar, color_of(color));
+        style_scroll_bar(bar, handle_color(view));
 }
 
 } // namespace Corvel
