@@ -1,8 +1,8 @@
 #include "runtime/app_state.h"
 
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 namespace Corvel {
@@ -10,9 +10,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The file's bytes, as far as they can be read; none for what is no file.
 std::string read_text(const fs::path& path) {
+    std::string text;
+    std::error_code ignored;
+    if (!fs::is_regular_file(path, ignored))
+        return text;
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::array<char, 16384> block;
+    do {
+        file.read(block.data(), block.size());
+        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
+    } while (file);
+    return text;
 }
 
 /// Throws what a start cannot go on with: a folder that is there, but cannot be asked for.
