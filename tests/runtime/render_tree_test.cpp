@@ -288,6 +288,23 @@ TEST(ThemeCards, ShowTheColoursOfTheirThemes) {
     EXPECT_EQ(find_node(app->build_render_tree(), "App/Now")->text, "B");
 }
 
+TEST(ThemeCards, ComeAndGoWithTheThemes) {
+    TestApp app("App:\n    Bind: \"ThemeList\"\n    Card << Corvel/Button\n",
+                {theme_text("A", ""), theme_text("B", "")});
+    app->render_patches();
+    app->add_theme_text(theme_text("AA", ""));
+    app->remove_theme("B");
+    const auto patches = app->render_patches();
+    ASSERT_EQ(patches.size(), 2u);
+    EXPECT_EQ(patches[0].kind, PatchKind::Remove);
+    EXPECT_EQ(patches[0].path, "App/B");
+    EXPECT_EQ(patches[1].kind, PatchKind::Add);
+    EXPECT_EQ(patches[1].path, "App/AA");
+    EXPECT_EQ(patches[1].index, 1);
+    app->dispatch_event("App/B", "click");
+    EXPECT_EQ(app->active_theme(), "A");
+}
+
 TEST(Invisible, NodesAreBuiltButLeftOut) {
     TestApp app("App:\n    Gone:\n        Visible: 0\n        Add << Corvel/Button:\n"
                 "            Intent: \"list:add:l\"\n        Check << Corvel/Check Box\n");
@@ -299,6 +316,21 @@ TEST(Invisible, NodesAreBuiltButLeftOut) {
     EXPECT_EQ(clicked, "add");
     app->dispatch_event("App/Gone/Check", "click");
     EXPECT_FALSE(app->is_checked("App/Gone/Check"));
+}
+
+TEST(Invisible, RowsHaveTheirTargetsAsTheyChange) {
+    TestApp app("App:\n    Gone:\n        Visible: 0\n        List:\n"
+                "            Bind: \"List:l\"\n            Row << Corvel/Button:\n"
+                "                Intent: \"list:open\"\n");
+    std::string clicked;
+    app->on_row_click("l", [&](const auto&, const auto& item, const auto&) { clicked += item; });
+    for (const char* id : {"a", "b"}) {
+        app->set_rows("l", {{id, {}}});
+        app->render_patches();
+        app->dispatch_event("App/Gone/List/a", "click");
+        app->dispatch_event("App/Gone/List/b", "click");
+    }
+    EXPECT_EQ(clicked, "ab");
 }
 
 TEST(States, AreInheritedAndAddUp) {
