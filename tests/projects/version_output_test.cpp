@@ -21,7 +21,7 @@ TEST(VersionOutput, IsOnlyEverARealFolderDirectlyBelowVersions) {
 
     EXPECT_EQ(version_output(config, "1.2"), dir / "project/versions/1.2");
     const std::string with_null("1.2\0x", 5);
-    for (const std::string name :
+    for (const std::string& name :
          {std::string(), std::string("."), std::string(".."), std::string("1.2/deep"),
           std::string("1.2/"), std::string("../versions/1.2"), std::string("1..2"),
           std::string("..\\precious"), std::string("a\\b"), with_null, std::string("link"),
