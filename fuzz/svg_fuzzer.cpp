@@ -2,7 +2,6 @@
 // edits that the plain comparison makes, and nothing else.
 
 #include "svg/frame_by_edits.h"
-
 #include "svg/svg_animation.h"
 
 #include <cstddef>
