@@ -111,19 +111,29 @@ TEST_F(ViewInput, AHandlerMayEndItsButtonItsWindowOrReplaceItself) {
     EXPECT_EQ(view.widget_at("App"), nullptr);
 }
 
-TEST_F(ViewInput, TwoRequestsInOneTurnCostOneRender) {
-    ASSERT_TRUE(app.on_async_change);
+TEST_F(ViewInput, RequestsOfOneTurnCostOneRender) {
+    // A deferred render is a call posted to the window.
+    struct Calls : QObject {
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::MetaCall ? 1 : 0;
+            return false;
+        }
+    } calls;
+    show(box("App", {}, {editor("Field")}));
+    window->installEventFilter(&calls);
     app.on_async_change();
     view.schedule_render();
-    EXPECT_TRUE(state.render_pending);
-    // A render drains the queued texts; a second one would find these.
+    QTest::keyClicks(line("App/Field"), QStringLiteral("abc"));
     settle();
-    EXPECT_FALSE(state.render_pending);
+    EXPECT_EQ(calls.count, 1);
+    // While patches are applied, a render waits as well.
     state.applying = true;
     state.render_now();
-    EXPECT_TRUE(state.render_pending);
+    view.schedule_render();
     state.applying = false;
     settle();
+    EXPECT_EQ(calls.count, 2);
     EXPECT_FALSE(state.render_pending);
 }
 

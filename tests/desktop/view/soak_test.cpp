@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <set>
 
 namespace ViewTest {
@@ -74,6 +73,7 @@ protected:
         ASSERT_NE(dnode, nullptr);
         ASSERT_EQ(dnode->kind, node.kind);
         EXPECT_EQ(dnode->parent, parent);
+        kinds.insert(node.kind);
         EXPECT_EQ(dnode->widget->objectName().toStdString(), node.name.get());
         EXPECT_EQ(dnode->effective_opacity, opacity * node.style->opacity);
         check_content(node, *dnode);
@@ -124,11 +124,14 @@ protected:
         const bool floats = dnode.bar_floating || dnode.side_floating;
         EXPECT_EQ(state.floating.contains(node.path), floats);
         if (state.modals.contains(node.path)) {
+            places.insert("window");
             EXPECT_NE(dnode.widget->window(), window.get());
             EXPECT_FALSE(floats);
         } else if (floats) {
+            places.insert(dnode.bar_floating ? "bar" : "side");
             EXPECT_EQ(dnode.outer->parentWidget(), dnode.parent->box);
         } else if (dnode.parent && !dnode.parent->layout) {
+            places.insert("apart");
             EXPECT_EQ(dnode.outer->parentWidget(), nullptr);
         } else if (dnode.parent) {
             EXPECT_GE(dnode.parent->layout->indexOf(dnode.outer), 0);
@@ -177,6 +180,8 @@ protected:
     RandomTree random{20240229};
     RenderNode tree;
     int applied = 0;
+    std::set<NodeKind> kinds; ///< that were on screen at some time
+    std::set<std::string> places;
 };
 
 TEST_F(ViewSoak, RandomPatchesLeaveTheWidgetsAsTheTreeSays) {
@@ -194,6 +199,8 @@ TEST_F(ViewSoak, RandomPatchesLeaveTheWidgetsAsTheTreeSays) {
         disturb();
         check();
     }
+    EXPECT_EQ(kinds.size(), 14U);
+    EXPECT_EQ(places, (std::set<std::string>{"apart", "bar", "side", "window"}));
     apply({removal("App")});
     settle();
     EXPECT_TRUE(state.nodes.empty() && state.floating.empty() && state.by_outer.empty() &&

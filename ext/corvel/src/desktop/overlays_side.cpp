@@ -17,6 +17,7 @@ void add_scrim(ViewState& view, DNode& dnode, DNode& host) {
     NodeStyle style;
     style.fill.text = SCRIM_FILL;
     dnode.side_scrim->set_style(SharedStyle(style));
+    dnode.side_scrim->setAccessibleName(QStringLiteral("Close"));
     dnode.side_scrim->on_click = [&view, path = *dnode.path] { view.click(path); };
     dnode.side_scrim_effect = new QGraphicsOpacityEffect;
     dnode.side_scrim->setGraphicsEffect(dnode.side_scrim_effect);
