@@ -85,6 +85,20 @@ void one_text(benchmark::State& state) {
     report(state, nodes);
 }
 
+void one_hidden(benchmark::State& state) {
+    auto form = Form(state).make();
+    form->app.render_patches();
+    const int nodes = count(form->app.build_render_tree());
+    bool visible = true;
+    for (auto _ : state) {
+        visible = !visible;
+        form->app.set_visible("App/Form/Row N0/Icon", visible);
+        auto patches = form->app.render_patches();
+        expect_patches(state, patches.size(), 1);
+    }
+    report(state, nodes);
+}
+
 void theme_switch(benchmark::State& state) {
     auto form = Form(state).make();
     form->app.render_patches();
@@ -140,6 +154,7 @@ void sizes(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK(no_change)->Apply(sizes);
 BENCHMARK(one_text)->Apply(sizes);
+BENCHMARK(one_hidden)->Apply(sizes);
 BENCHMARK(theme_switch)->Apply(sizes);
 BENCHMARK(first_build)->Apply(sizes);
 BENCHMARK(refill_rows)->Args({1, 1000})->Args({1, 5000})->Unit(benchmark::kMicrosecond);

@@ -233,7 +233,7 @@ TEST(Rows, FollowAKeyThatAStateExchanges) {
     EXPECT_EQ(names_under("L"), Names({"a", "b"}));
 }
 
-TEST(Rows, LeaveNoTargetsOfSeparatorsBehind) {
+TEST(Rows, KeepTheTargetsOfSeparatorsInStep) {
     TestApp app("App:\n    List:\n        Bind: \"List:l\"\n        Row\n"
                 "        Between << Corvel/Button:\n            Intent: \"list:add:l\"\n");
     int clicks = 0;
@@ -245,6 +245,13 @@ TEST(Rows, LeaveNoTargetsOfSeparatorsBehind) {
     app->render_patches();
     app->dispatch_event("App/List/a:sep", "click");
     EXPECT_EQ(clicks, 1);
+    for (const char* first : {"a", "b", "a"}) {
+        clicks = 0;
+        app->set_rows("l", {{first, {}}, {first == std::string("a") ? "b" : "a", {}}});
+        app->render_patches();
+        app->dispatch_event("App/List/" + std::string(first) + ":sep", "click");
+        EXPECT_EQ(clicks, 1) << first;
+    }
 }
 
 TEST(ThemeCards, ShowTheColoursOfTheirThemes) {
@@ -303,6 +310,19 @@ TEST(ThemeCards, ComeAndGoWithTheThemes) {
     EXPECT_EQ(patches[1].index, 1);
     app->dispatch_event("App/B", "click");
     EXPECT_EQ(app->active_theme(), "A");
+}
+
+TEST(ThemeSwitch, ReachesTextsAndBindsThatLinkToTheTheme) {
+    TestApp app("App:\n    List:\n        Bind: Theme/Primary\n        Text: Theme/Foreground\n"
+                "        Card << Corvel/Button\n",
+                {theme_text("A", "\"Primary\": \"ThemeList\", \"Foreground\": \"a\""),
+                 theme_text("B", "\"Primary\": \"\", \"Foreground\": \"b\"")});
+    EXPECT_EQ(child_names(app->build_render_tree(), "App/List"), Names({"A", "B"}));
+    app->set_theme("B");
+    EXPECT_EQ(child_names(app->build_render_tree(), "App/List"), Names({"Card"}));
+    EXPECT_EQ(find_node(app->build_render_tree(), "App/List")->text, "b");
+    app->set_theme("A");
+    EXPECT_EQ(child_names(app->build_render_tree(), "App/List"), Names({"A", "B"}));
 }
 
 TEST(Invisible, NodesAreBuiltButLeftOut) {

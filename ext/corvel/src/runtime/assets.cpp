@@ -62,6 +62,7 @@ bool CorvelApp::load_assets(const std::string& themes_dir, const std::string& st
 
     if (folder_exists(themes_dir))
         read_themes(themes_dir, state_->themes);
+    state_->cache.restyle();
     auto chosen = state_->themes.find(theme_name);
     if (chosen == state_->themes.end())
         chosen = state_->themes.begin();

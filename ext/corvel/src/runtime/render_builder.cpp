@@ -2,6 +2,8 @@
 
 #include "runtime/child_slots.h"
 
+#include <utility>
+
 namespace Corvel {
 namespace {
 
@@ -144,30 +146,54 @@ void RenderBuilder::update_content(NodeSlot& slot, RenderNode& node) {
         patches_.push_back(update_patch(node));
 }
 
-/// Goes down the tree and the slots side by side as long as a node has the children that it had.
+/// Goes down the tree and the slots side by side.
 void RenderBuilder::update_children(NodeSlot& slot, const Scope& scope, RenderNode& node) {
     prepare_children(slot, scope);
-    // With names that repeat, nodes are compared across their places.
-    bool same_children = slot.children_written && slot.distinct_children;
     bool any = false;
+    bool same_children = true;
     for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
         any = true;
         if (!child.hidden)
             refresh(child, inner);
         same_children = same_children && child.in_tree == child.shown();
     });
-    if (!same_children) {
+    // With names that repeat, nodes are compared across their places.
+    if (!slot.children_written || !slot.distinct_children) {
         rewrite_children(slot, scope, node);
-        return;
+    } else if (!same_children) {
+        exchange_children(slot, scope, node);
+    } else if (any) { // no look at the node otherwise: a leaf costs its slot only
+        auto place = node.children.begin();
+        for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
+            if (child.in_tree)
+                update_node(child, inner, *place++);
+            else if (!child.hidden)
+                write_node(child, inner, nullptr);
+        });
     }
-    if (!any)
-        return; // without a look at the node: a leaf costs its slot only
-    auto place = node.children.begin();
+}
+
+/// Takes out the children that are not shown any more and puts in those that are shown now.
+void RenderBuilder::exchange_children(NodeSlot& slot, const Scope& scope, RenderNode& node) {
+    for_each_child(slot, scope, [&](NodeSlot& child, const Scope&) {
+        if (child.in_tree && !child.shown())
+            patches_.push_back(remove_patch(child.path));
+    });
+    std::vector<RenderNode> earlier = std::exchange(node.children, {});
+    node.children.reserve(child_count(slot));
+    auto place = earlier.begin();
     for_each_child(slot, scope, [&](NodeSlot& child, const Scope& inner) {
-        if (child.in_tree)
-            update_node(child, inner, *place++);
-        else if (!child.hidden)
-            write_node(child, inner, nullptr);
+        RenderNode* known = child.in_tree ? &*place++ : nullptr;
+        child.in_tree = child.shown();
+        if (!child.in_tree) {
+            if (!child.hidden)
+                write_node(child, inner, nullptr);
+        } else if (known) {
+            update_node(child, inner, node.children.emplace_back(std::move(*known)));
+        } else {
+            write_node(child, inner, &node.children.emplace_back());
+            patches_.push_back(add_patch(node, node.children.size() - 1));
+        }
     });
 }
 

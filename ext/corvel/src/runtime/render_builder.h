@@ -76,6 +76,7 @@ private:
     void update_node(NodeSlot& slot, const Scope& scope, RenderNode& node);
     void update_content(NodeSlot& slot, RenderNode& node);
     void update_children(NodeSlot& slot, const Scope& scope, RenderNode& node);
+    void exchange_children(NodeSlot& slot, const Scope& scope, RenderNode& node);
     void rewrite_children(NodeSlot& slot, const Scope& scope, RenderNode& node);
     Scope root_scope();
     SiblingNames known_names() const;

@@ -33,17 +33,6 @@ RenderPatch replace_patch(const RenderNode& node) {
     return patch;
 }
 
-RenderPatch add_patch(const RenderNode& parent, std::size_t index) {
-    const RenderNode& child = parent.children[index];
-    RenderPatch patch;
-    patch.kind = PatchKind::Add;
-    patch.path = child.path;
-    patch.parent_path = parent.path;
-    patch.index = static_cast<std::int64_t>(index);
-    patch.node = child;
-    return patch;
-}
-
 bool same_names_in_order(const Children& a, const Children& b) {
     if (a.size() != b.size())
         return false;
@@ -64,12 +53,8 @@ void diff_children_by_name(const RenderNode& before, const RenderNode& after, Si
         new_names.insert(*child.name);
 
     for (const RenderNode& child : before.children) {
-        if (new_names.contains(*child.name))
-            continue;
-        RenderPatch patch;
-        patch.kind = PatchKind::Remove;
-        patch.path = child.path;
-        patches.push_back(std::move(patch));
+        if (!new_names.contains(*child.name))
+            patches.push_back(remove_patch(child.path));
     }
     for (std::size_t i = 0; i < after.children.size(); ++i) {
         auto survivor = old_by_name.find(*after.children[i].name);
@@ -98,6 +83,24 @@ RenderPatch update_patch(const RenderNode& node) {
     patch.kind = PatchKind::Update;
     patch.path = node.path;
     patch.node = without_children(node);
+    return patch;
+}
+
+RenderPatch add_patch(const RenderNode& parent, std::size_t index) {
+    const RenderNode& child = parent.children[index];
+    RenderPatch patch;
+    patch.kind = PatchKind::Add;
+    patch.path = child.path;
+    patch.parent_path = parent.path;
+    patch.index = static_cast<std::int64_t>(index);
+    patch.node = child;
+    return patch;
+}
+
+RenderPatch remove_patch(const SharedText& path) {
+    RenderPatch patch;
+    patch.kind = PatchKind::Remove;
+    patch.path = path;
     return patch;
 }
 

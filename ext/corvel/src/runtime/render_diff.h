@@ -22,6 +22,9 @@ void diff_children(const RenderNode& before, const RenderNode& after, SiblingNam
 
 /// The patch that brings a node of the same path up to `node`.
 RenderPatch update_patch(const RenderNode& node);
+/// The patch that makes the child at `index` of `parent`.
+RenderPatch add_patch(const RenderNode& parent, std::size_t index);
+RenderPatch remove_patch(const SharedText& path);
 
 /// Whether both show the same, whatever their names, paths and children.
 bool nodes_equal(const RenderNode& a, const RenderNode& b);
