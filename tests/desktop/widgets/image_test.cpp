@@ -139,7 +139,7 @@ namespace {
 
 class RemoteImage : public Image {
 protected:
-    LoopbackServer server{[this](const LoopbackServer::Request& request, QTcpSocket& socket) {
+    LoopbackServer server{[](const LoopbackServer::Request& request, QTcpSocket& socket) {
         const bool slow = request.path.starts_with("/slow");
         if (request.path == "/404.png")
             return answer(socket, "404 Not Found", png_bytes(two_halves(4, 4)));
