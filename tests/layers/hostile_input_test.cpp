@@ -60,7 +60,7 @@ TEST(HostileInput, BlocksOfAnyDepth) {
 TEST(HostileInput, ParenthesesOfAnyNumber) {
     const std::string text = repeated("(", many) + repeated(")", many);
     Lexer lexer(text);
-    Parser parser(lexer.tokenize());
+    Parser parser(lexer);
     parser.parse_file();
     EXPECT_EQ(parser.diagnostics().size(), static_cast<std::size_t>(many));
 }
@@ -114,7 +114,7 @@ void read_everything(const std::string& text) {
     LogCapture log;
     LLayer root("");
     Lexer lexer(text);
-    Parser parser(lexer.tokenize());
+    Parser parser(lexer);
     const FileNode file = parser.parse_file();
     LayerBuilder(root).pour(file); // also what a load would drop
     resolve_bases(root);

@@ -38,7 +38,7 @@ void StyleTree::load(const std::vector<std::string_view>& texts) {
     LayerBuilder builder(root);
     for (const std::string_view text : texts) {
         Lexer lexer(text);
-        Parser parser(lexer.tokenize());
+        Parser parser(lexer);
         const FileNode file = parser.parse_file();
         EXPECT_EQ(lines_of(lexer.diagnostics()), std::vector<std::string>{});
         EXPECT_EQ(lines_of(parser.diagnostics()), std::vector<std::string>{});

@@ -312,6 +312,23 @@ const ParserCase faulty_files[] = {
 INSTANTIATE_TEST_SUITE_P(Faulty, ParserTest, testing::ValuesIn(faulty_files),
                          [](const auto& test) { return std::string(test.param.name); });
 
+TEST(ParserOnALexer, ReadsWhatItReadsFromAList) {
+    std::string text;
+    using Cases = std::span<const ParserCase>;
+    for (const Cases cases : {Cases(valid_files), Cases(faulty_files)})
+        for (int round = 0; round < 20; ++round)
+            for (const ParserCase& c : cases)
+                text += c.text + "\n";
+    Lexer for_list(text);
+    Parser from_list(for_list.tokenize());
+    Lexer lexer(text);
+    Parser from_lexer(lexer);
+    EXPECT_EQ(show_body(from_lexer.parse_file()), show_body(from_list.parse_file()));
+    EXPECT_EQ(from_lexer.diagnostics(), from_list.diagnostics());
+    EXPECT_EQ(lexer.diagnostics(), for_list.diagnostics());
+    EXPECT_GT(from_lexer.diagnostics().size(), 500u);
+}
+
 // What the lexer never gives, since it closes what it opens.
 TEST(ParserOnOddTokens, ReportsNoProgressAndGoesOn) {
     const auto diagnostics_for = [](std::vector<Token> tokens) {

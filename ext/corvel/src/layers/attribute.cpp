@@ -55,19 +55,19 @@ private:
         Frame& frame = frames_.back();
         if (frame.attribute == nullptr)
             return;
-        const Records::AttributeRecord& record = Records::of(attribute);
-        std::copy_if(record.dependents.begin(), record.dependents.end(),
+        const Dependents* const dependents = Records::of(attribute).dependents.get();
+        if (dependents == nullptr)
+            return;
+        std::copy_if(dependents->list.begin(), dependents->list.end(),
                      std::back_inserter(frame.dependents),
                      [](const LAttribute* dependent) { return dependent != nullptr; });
-        frame.dependents_version = record.dependents_version;
+        frame.dependents_version = dependents->version;
     }
 
     static bool still_depends(const Frame& frame, const LAttribute* dependent) {
-        const Records::AttributeRecord& record = Records::of(*frame.attribute);
-        if (record.dependents_version == frame.dependents_version)
-            return true;
-        return std::find(record.dependents.begin(), record.dependents.end(), dependent) !=
-               record.dependents.end();
+        const Dependents& now = *Records::of(*frame.attribute).dependents;
+        return now.version == frame.dependents_version ||
+               std::find(now.list.begin(), now.list.end(), dependent) != now.list.end();
     }
 
     Emitter signal_;
@@ -77,7 +77,7 @@ private:
 };
 
 void notify(LAttribute& attribute, NotificationWalk::Emitter signal) {
-    if (Records::of(attribute).dependents.empty())
+    if (!Records::of(attribute).dependents)
         (Records::of(attribute).*signal).emit();
     else
         NotificationWalk(signal).run(attribute);
@@ -94,12 +94,10 @@ bool holds(const std::vector<std::string>& active, std::string_view state) {
 // The state variant with the most names, all of which are active; null if none.
 const LAttribute* best_state_child(const LAttribute& attribute,
                                    const std::vector<std::string>& active) {
-    for (const StateVariant& variant : Records::state_variants(attribute)) {
-        const bool all = std::all_of(variant.states.begin(), variant.states.end(),
-                                     [&](std::string_view state) { return holds(active, state); });
-        if (all)
+    const auto is_active = [&](std::string_view state) { return holds(active, state); };
+    for (const StateVariant& variant : Records::state_variants(attribute))
+        if (all_states(variant.attribute->name(), is_active))
             return variant.attribute;
-    }
     return nullptr;
 }
 
@@ -120,25 +118,41 @@ const AttributeValue& value_under(const LAttribute& attribute,
 
 } // namespace
 
-LAttribute::LAttribute(std::string name)
+LAttribute::LAttribute(const std::string& name)
+    : LAttribute(SharedName(name)) {}
+
+LAttribute::LAttribute(SharedName name)
     : LObject(std::move(name), Kind::Attribute)
-    , attribute_(std::make_unique<Implementation>()) {}
+    , attribute_(new Implementation) {}
+
+void* LAttribute::operator new(std::size_t) {
+    return Pooled<LAttribute>::operator new(sizeof(LAttribute));
+}
+
+void LAttribute::operator delete(void* memory) {
+    Pooled<LAttribute>::operator delete(memory);
+}
 
 LAttribute::~LAttribute() {
     NotificationWalk::forget(*this);
-    while (!attribute_->dependents.empty()) {
-        if (LAttribute* const dependent = attribute_->dependents.back()) {
-            dependent->clear_link(false);
-        } else {
-            attribute_->dependents.pop_back();
-            --attribute_->departed;
-        }
-    }
+    if (attribute_->dependents)
+        clear_dependents();
     if (attribute_->link) {
         Records::attach(*this, nullptr);
         attribute_->link_changed.emit();
     }
-    Records::object(*this).kind = Kind::Object;
+}
+
+void LAttribute::clear_dependents() {
+    Dependents& dependents = *attribute_->dependents;
+    while (!dependents.list.empty()) {
+        if (LAttribute* const dependent = dependents.list.back()) {
+            dependent->clear_link(false);
+        } else {
+            dependents.list.pop_back();
+            --dependents.departed;
+        }
+    }
 }
 
 void LAttribute::set_value(AttributeValue value) {
@@ -151,13 +165,14 @@ void LAttribute::set_value(AttributeValue value) {
     notify_value(*this);
 }
 
-bool LAttribute::set_link(std::string path) {
+bool LAttribute::set_link(std::string_view path) {
+    const SharedName kept(path); // the view may lie in the link that goes
     if (path.empty())
         return false;
     clear_link(false);
     attribute_->value = {};
-    attribute_->link = std::make_unique<AttributeLink>();
-    attribute_->link->path = std::move(path);
+    attribute_->link = std::unique_ptr<AttributeLink>(new AttributeLink);
+    attribute_->link->path = kept;
     note_shape_change();
     notify(*this, &Implementation::link_changed);
     notify_value(*this);
@@ -180,7 +195,7 @@ void LAttribute::clear_link(bool notify_dependents) {
 
 const std::string& LAttribute::link_path() const {
     static const std::string none;
-    return attribute_->link ? attribute_->link->path : none;
+    return attribute_->link ? attribute_->link->path.text() : none;
 }
 
 bool LAttribute::has_link() const {

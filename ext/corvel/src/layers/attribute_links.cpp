@@ -51,7 +51,7 @@ public:
 private:
     void resolve_own_link(LAttribute& attribute) {
         AttributeLink& link = *Records::of(attribute).link;
-        LAttribute* target = find_target(attribute, link.path);
+        LAttribute* target = find_target(attribute, link.path.text());
         link.cyclic = target != nullptr && leads_to(*target, attribute);
         if (link.cyclic)
             target = nullptr;
@@ -60,7 +60,7 @@ private:
         Records::attach(attribute, target);
         if (target == nullptr && !link.path.empty())
             log_line(std::string("engine: ") + (link.cyclic ? "cyclic" : "unresolved") + " link `" +
-                     link.path + "` on attribute `" + full_path(attribute) + "`.");
+                     link.path.text() + "` on attribute `" + full_path(attribute) + "`.");
     }
 
     // Whether the resolved links from `start` on meet `attribute`, which can only be their end

@@ -1,6 +1,7 @@
 #include "layers/attribute_table.h"
 
 #include "layers/name_index.h"
+#include "layers/shared_name.h"
 
 namespace Layers {
 namespace {

@@ -68,7 +68,7 @@ void log_diagnostics(const std::string& pass, const std::string& path,
 // A file with lexer errors shows none of its parser errors, which mostly follow from them.
 void load_file(const ListedFile& file, LayerBuilder& builder) {
     Lexer lexer(file.text);
-    Parser parser(lexer.tokenize());
+    Parser parser(lexer);
     const FileNode tree = parser.parse_file();
     if (lexer.diagnostics().empty() && parser.diagnostics().empty()) {
         builder.pour(tree);

@@ -14,12 +14,11 @@ void copy_link(LAttribute& to, const LAttribute& from) {
     if (!from.has_link())
         return;
     Records::of(to).link = std::make_unique<AttributeLink>();
-    Records::of(to).link->path = from.link_path();
-    note_shape_change();
+    Records::of(to).link->path = Records::of(from).link->path;
 }
 
 std::unique_ptr<LAttribute> clone_attribute(const LAttribute& attribute) {
-    auto clone = std::make_unique<LAttribute>(attribute.name());
+    std::unique_ptr<LAttribute> clone = Records::make_attribute(Records::name(attribute));
     Records::of(*clone).value = attribute.value();
     copy_link(*clone, attribute);
     for (const std::unique_ptr<LObject>& child : attribute.children())
@@ -29,9 +28,10 @@ std::unique_ptr<LAttribute> clone_attribute(const LAttribute& attribute) {
 }
 
 std::unique_ptr<LLayer> clone_alone(LLayer& layer) {
-    auto clone = std::make_unique<LLayer>(layer.name());
+    std::unique_ptr<LLayer> clone = Records::make_layer(Records::name(layer));
+    Records::reserve_children(*clone, layer.children().size());
     Records::of(*clone).base = layer.base();
-    Records::of(*clone).base_path = layer.base_path();
+    Records::of(*clone).base_path = Records::of(layer).base_path;
     Records::linked(*clone) = Records::linked(layer);
     return clone;
 }
@@ -65,8 +65,7 @@ void add_missing_variants(LAttribute& derived, const LAttribute& from) {
         const LAttribute* const variant = child->as_attribute();
         if (variant == nullptr)
             continue;
-        const std::uint32_t hash = Records::object(*variant).name_hash;
-        if (Records::find_attribute(derived, variant->name(), hash) == nullptr)
+        if (Records::find_attribute(derived, Records::name(*variant)) == nullptr)
             derived.add_child(clone_attribute(*variant));
     }
 }
@@ -77,17 +76,15 @@ void inherit_variants(LAttribute& derived, const LAttribute& base_attribute) {
     add_missing_variants(derived, base_attribute);
     const LLayer* const base = base_attribute.parent()->as_layer();
     const bool is_complete = Records::of(base_attribute).inherited_in_load == tree_revisions.load;
-    const std::uint32_t hash = Records::object(base_attribute).name_hash;
     for (const LLayer* layer = is_complete ? nullptr : base->base(); layer; layer = layer->base())
         if (const LAttribute* const same =
-                Records::find_attribute(*layer, base_attribute.name(), hash))
+                Records::find_attribute(*layer, Records::name(base_attribute)))
             add_missing_variants(derived, *same);
     Records::of(derived).inherited_in_load = tree_revisions.load;
 }
 
 void inherit_attribute(LLayer& derived, const LAttribute& base_attribute) {
-    const std::uint32_t hash = Records::object(base_attribute).name_hash;
-    LAttribute* own = Records::find_attribute(derived, base_attribute.name(), hash);
+    LAttribute* own = Records::find_attribute(derived, Records::name(base_attribute));
     if (own == nullptr) {
         own = derived.add_child(clone_attribute(base_attribute))->as_attribute();
     } else {
@@ -108,11 +105,13 @@ std::vector<LLayer*> child_layers(const LLayer& layer) {
 }
 
 LLayer* find_namesake(const LLayer& layer, const LLayer& other) {
-    return Records::find_layer(layer, other.name(), Records::object(other).name_hash);
+    return Records::find_layer(layer, Records::name(other));
 }
 
 bool starts_like(const std::vector<LLayer*>& layers, const std::vector<LLayer*>& start) {
-    const auto same_name = [](const LLayer* a, const LLayer* b) { return a->name() == b->name(); };
+    const auto same_name = [](const LLayer* a, const LLayer* b) {
+        return Records::name(*a) == Records::name(*b);
+    };
     return layers.size() >= start.size() &&
            std::equal(start.begin(), start.end(), layers.begin(), same_name);
 }

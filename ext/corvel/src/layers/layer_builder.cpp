@@ -58,15 +58,17 @@ std::string sorted_state_name(std::span<const std::string_view> states) {
 }
 
 LLayer& layer_of(LLayer& parent, std::string_view name) {
-    if (LLayer* const found = Records::find_layer(parent, name))
+    const std::uint32_t hash = hash_name(name);
+    if (LLayer* const found = Records::find_layer(parent, name, hash))
         return *found;
-    return *parent.add_child(std::make_unique<LLayer>(std::string(name)))->as_layer();
+    return *parent.add_child(Records::make_layer(SharedName(name, hash)))->as_layer();
 }
 
 LAttribute& attribute_of(LObject& parent, std::string_view name) {
-    if (LAttribute* const found = Records::find_attribute(parent, name))
+    const std::uint32_t hash = hash_name(name);
+    if (LAttribute* const found = Records::find_attribute(parent, name, hash))
         return *found;
-    return *parent.add_child(std::make_unique<LAttribute>(std::string(name)))->as_attribute();
+    return *parent.add_child(Records::make_attribute(SharedName(name, hash)))->as_attribute();
 }
 
 // The least line among the names in a state-set; 0 if it is empty.
@@ -103,7 +105,7 @@ LayerBuilder::LayerBuilder(LLayer& target)
 LayerBuilder::~LayerBuilder() = default;
 
 void LayerBuilder::pour(const FileNode& file) {
-    assigned_states_.clear();
+    ++tree_revisions.pour;
     repetitions_left_ = repetitions_per_file;
     open_body(file, *target_, false);
     while (!open_bodies_.empty()) {
@@ -116,7 +118,6 @@ void LayerBuilder::pour(const FileNode& file) {
         in_repetition_ = body.is_repetition;
         apply(*body.node, item, *body.layer);
     }
-    assigned_states_.clear();
     if (repetitions_left_ == 0)
         log_line("engine: Left out declarations; the expansions stand for too many names.");
 }
@@ -138,8 +139,11 @@ void LayerBuilder::open_body(const LayerNode& node, LLayer& layer, bool is_repet
     const auto earlier = [](const Item& a, const Item& b) { return a.line < b.line; };
     if (!std::is_sorted(items.begin(), items.end(), earlier))
         std::stable_sort(items.begin(), items.end(), earlier);
-    if (!items.empty())
-        open_bodies_.push_back(std::move(body));
+    if (items.empty())
+        return;
+    if (layer.children().empty())
+        Records::reserve_children(layer, items.size());
+    open_bodies_.push_back(std::move(body));
 }
 
 void LayerBuilder::apply(const LayerNode& body, const Item& item, LLayer& layer) {
@@ -159,7 +163,7 @@ void LayerBuilder::apply(const LayerNode& body, const Item& item, LLayer& layer)
 void LayerBuilder::apply_layer(const LayerNode& node, LLayer& current) {
     if (!stands_for_something(node.declaration.name) || !walk(node.declaration.traversal, current))
         return;
-    const std::string base_path = node.base ? reference_text(*node.base) : std::string();
+    const SharedName base_path(node.base ? reference_text(*node.base) : std::string());
     const bool in_repetition = in_repetition_;
     const std::size_t first_body = open_bodies_.size();
     bool is_first = true;
@@ -224,9 +228,10 @@ void LayerBuilder::assign(LAttribute& attribute, const AttributeNode& node) {
 void LayerBuilder::assign_state(LAttribute& attribute, const std::string& state_name,
                                 const ValueNode& value, bool is_inline) {
     LAttribute& variant = attribute_of(attribute, state_name);
+    std::uint32_t& inline_in_pour = Records::of(variant).inline_in_pour;
     if (is_inline)
-        assigned_states_.insert(&variant);
-    else if (assigned_states_.contains(&variant))
+        inline_in_pour = tree_revisions.pour;
+    else if (inline_in_pour == tree_revisions.pour)
         return;
     assign_value(variant, value);
 }

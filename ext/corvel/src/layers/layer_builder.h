@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace Layers {
@@ -53,7 +52,6 @@ private:
     bool spend_repetition();
 
     LLayer* target_;
-    std::unordered_set<const LAttribute*> assigned_states_;
     std::vector<Body> open_bodies_;
     std::vector<LLayer*> reached_; ///< the layers at the end of the path walked last
     std::string name_buffer_;

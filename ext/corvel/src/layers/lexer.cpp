@@ -6,6 +6,7 @@
 namespace Layers {
 namespace {
 
+constexpr std::size_t tokens_at_once = 512;
 constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 constexpr bool is_digit(char c) {
@@ -44,8 +45,19 @@ Lexer::Lexer(std::string_view text)
 }
 
 std::vector<Token> Lexer::tokenize() {
-    tokens_.reserve(text_.size() / 4 + 4);
-    while (position_ < text_.size()) {
+    std::vector<Token> tokens;
+    tokens.reserve(text_.size() / 4 + 4);
+    while (scan_some(tokens)) {
+    }
+    return tokens;
+}
+
+bool Lexer::scan_some(std::vector<Token>& tokens) {
+    if (finished_)
+        return false;
+    tokens_ = &tokens;
+    const std::size_t enough = tokens.size() + tokens_at_once;
+    while (position_ < text_.size() && tokens.size() < enough) {
         if (at_line_start_) {
             begin_line();
             if (position_ == text_.size())
@@ -54,13 +66,20 @@ std::vector<Token> Lexer::tokenize() {
         token_start_ = position_;
         scan_token();
     }
+    if (position_ == text_.size())
+        finish();
+    return true;
+}
+
+// Closes what is open, so that the last line of a file needs no line end.
+void Lexer::finish() {
     token_start_ = position_;
-    if (!tokens_.empty() && tokens_.back().kind != TokenKind::LineEnd)
+    if (line_has_tokens_)
         add(TokenKind::LineEnd);
     for (; indents_.size() > 1; indents_.pop_back())
         add(TokenKind::Dedent);
     add(TokenKind::EndOfFile);
-    return std::move(tokens_);
+    finished_ = true;
 }
 
 // Measures the indentation of a line. Lines without tokens leave it as it was.
@@ -179,7 +198,7 @@ void Lexer::scan_string() {
         return add(TokenKind::String);
     }
     add(TokenKind::Error);
-    report("Found non-terminated string: " + std::string(tokens_.back().text));
+    report("Found non-terminated string: " + std::string(tokens_->back().text));
 }
 
 void Lexer::scan_color() {
@@ -190,7 +209,7 @@ void Lexer::scan_color() {
         return add(TokenKind::Color);
     add(TokenKind::Error);
     report("Found `#` with " + std::to_string(digits) +
-           " hex digits; expected 3, 4, 6, or 8 for a color: " + std::string(tokens_.back().text));
+           " hex digits; expected 3, 4, 6, or 8 for a color: " + std::string(tokens_->back().text));
 }
 
 void Lexer::scan_slash() {
@@ -210,7 +229,7 @@ void Lexer::scan_less() {
 }
 
 void Lexer::end_line() {
-    if (!tokens_.empty() && tokens_.back().kind != TokenKind::LineEnd)
+    if (line_has_tokens_)
         add(TokenKind::LineEnd);
     ++line_;
     at_line_start_ = true;
@@ -240,7 +259,8 @@ char Lexer::peek(std::size_t offset) const {
 }
 
 void Lexer::add(TokenKind kind) {
-    tokens_.push_back({text_.substr(token_start_, position_ - token_start_), kind, line_});
+    tokens_->push_back({text_.substr(token_start_, position_ - token_start_), kind, line_});
+    line_has_tokens_ = kind != TokenKind::LineEnd;
 }
 
 void Lexer::report(std::string message) {

@@ -21,10 +21,14 @@ public:
 
     /// Scans the whole text. The list ends with an `EndOfFile`. To be called once.
     std::vector<Token> tokenize();
-    /// The problems found by `tokenize`, in order.
+    /// Scans on in the text and appends some tokens to `tokens`, for a reader that does not need
+    /// them all at once. False at the end of the text, when nothing was appended.
+    bool scan_some(std::vector<Token>& tokens);
+    /// The problems found so far, in order; complete at the end of the text.
     const std::vector<Diagnostic>& diagnostics() const { return diagnostics_; }
 
 private:
+    void finish();
     void begin_line();
     void indent_to(std::size_t width);
     void scan_token();
@@ -49,7 +53,9 @@ private:
     std::uint64_t line_ = 1;
     bool at_line_start_ = true;
     std::vector<std::size_t> indents_{0}; ///< widths of the open levels, growing
-    std::vector<Token> tokens_;
+    bool line_has_tokens_ = false;        ///< no line end was added since the last other token
+    bool finished_ = false;
+    std::vector<Token>* tokens_ = nullptr; ///< where the scan under way puts them
     std::vector<Diagnostic> diagnostics_;
 };
 

@@ -1,35 +1,10 @@
 #include "layers/name_index.h"
 
-#include <cstring>
-
 namespace Layers {
 namespace {
 
 constexpr std::size_t scanned_at_most = 16;
-constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;
-
-std::uint64_t load(const char* bytes, std::size_t count) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, count);
-    return word;
-}
-
 } // namespace
-
-std::uint32_t hash_name(std::string_view name) {
-    std::uint64_t hash = name.size() * multiplier;
-    const auto mix = [&hash](std::uint64_t word) {
-        hash = (hash ^ word) * multiplier;
-        hash ^= hash >> 29;
-    };
-    std::size_t i = 0;
-    for (; i + 8 <= name.size(); i += 8)
-        mix(load(name.data() + i, 8));
-    if (i < name.size())
-        mix(load(name.data() + i, name.size() - i));
-    hash *= multiplier;
-    return static_cast<std::uint32_t>(hash >> 32);
-}
 
 void NameIndex::add(std::uint32_t key) {
     const auto position = static_cast<std::uint32_t>(keys_.size());

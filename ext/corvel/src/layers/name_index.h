@@ -2,13 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace Layers {
-
-/// A hash of a name's bytes.
-std::uint32_t hash_name(std::string_view name);
 
 /// Finds the positions of a list by 32-bit keys. Few keys are scanned, many are hashed, so that a
 /// small list costs no more than its keys.
@@ -19,6 +15,7 @@ public:
     /// Appends the key of the next position.
     void add(std::uint32_t key);
     void clear();
+    void reserve(std::size_t count) { keys_.reserve(count); }
 
     /// The first position with this key for which `matches(position)` is true, or `npos`.
     template <class Matches>

@@ -2,79 +2,98 @@
 
 #include "layers/object_records.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Layers {
 
 Signal::~Signal() {
-    if (callbacks_)
-        callbacks_->by_key.clear(); // stops an emission that destroys its own signal
+    if (callbacks_ == nullptr)
+        return;
+    if (callbacks_->emissions == 0) {
+        delete callbacks_;
+    } else {
+        callbacks_->by_key.clear(); // a callback destroys the signal that calls it
+        callbacks_->orphaned = true;
+    }
 }
 
 Signal::Key Signal::connect(std::function<void()> callback) {
-    if (!callbacks_)
-        callbacks_ = std::make_shared<Callbacks>();
+    if (callbacks_ == nullptr)
+        callbacks_ = new Callbacks;
     const Key key = callbacks_->next_key++;
     callbacks_->by_key.emplace(key, std::move(callback));
     return key;
 }
 
 void Signal::disconnect(Key key) {
-    if (callbacks_)
+    if (callbacks_ != nullptr)
         callbacks_->by_key.erase(key);
 }
 
 void Signal::call_all() {
-    const std::shared_ptr<Callbacks> callbacks = callbacks_;
+    struct Emission {
+        explicit Emission(Callbacks& c)
+            : callbacks(c) {
+            ++callbacks.emissions;
+        }
+        ~Emission() {
+            if (--callbacks.emissions == 0 && callbacks.orphaned)
+                delete &callbacks;
+        }
+        Callbacks& callbacks;
+    };
+    const Emission emission(*callbacks_);
+    std::map<Key, std::function<void()>>& by_key = emission.callbacks.by_key;
     std::vector<Key> keys;
-    keys.reserve(callbacks->by_key.size());
-    for (const auto& [key, callback] : callbacks->by_key)
+    keys.reserve(by_key.size());
+    for (const auto& [key, callback] : by_key)
         keys.push_back(key);
     for (const Key key : keys) {
-        const auto found = callbacks->by_key.find(key);
-        if (found == callbacks->by_key.end())
+        const auto found = by_key.find(key);
+        if (found == by_key.end())
             continue;
         const std::function<void()> callback = found->second; // may remove itself
         callback();
     }
 }
 
-LObject::LObject(std::string name)
-    : LObject(std::move(name), Kind::Object) {}
+LObject::LObject(const std::string& name)
+    : LObject(SharedName(name), Kind::Object) {}
 
-LObject::LObject(std::string name, Kind kind)
-    : object_(std::make_unique<Implementation>()) {
-    object_->name_hash = hash_name(name);
+LObject::LObject(SharedName name, Kind kind)
+    : object_(new Implementation)
+    , kind_(kind) {
     object_->name = std::move(name);
-    object_->kind = kind;
 }
 
 // Frees a tree of any depth without recursion: each object dies childless.
 LObject::~LObject() {
     object_->destroyed.emit();
     note_shape_change();
-    object_->index.clear();
-    std::vector<std::unique_ptr<LObject>> doomed = std::move(object_->children);
-    object_->children.clear();
+    if (!object_->children)
+        return;
+    std::vector<std::unique_ptr<LObject>> doomed = std::move(object_->children->objects);
+    object_->children.reset();
     while (!doomed.empty()) {
         const std::unique_ptr<LObject> object = std::move(doomed.back());
         doomed.pop_back();
         Implementation& record = *object->object_;
         record.parent = nullptr;
-        record.index.clear();
-        for (std::unique_ptr<LObject>& child : record.children)
-            doomed.push_back(std::move(child));
-        record.children.clear();
+        const std::unique_ptr<ChildList> children = std::move(record.children);
+        if (children)
+            std::move(children->objects.begin(), children->objects.end(),
+                      std::back_inserter(doomed));
     }
 }
 
 const std::string& LObject::name() const {
-    return object_->name;
+    return object_->name.text();
 }
 
-void LObject::set_name(std::string name) {
-    object_->name_hash = hash_name(name);
-    object_->name = std::move(name);
+void LObject::set_name(const std::string& name) {
+    object_->name = SharedName(name);
     if (object_->parent != nullptr)
         Records::reindex(*object_->parent);
     note_shape_change();
@@ -85,7 +104,8 @@ LObject* LObject::parent() const {
 }
 
 const std::vector<std::unique_ptr<LObject>>& LObject::children() const {
-    return object_->children;
+    static const std::vector<std::unique_ptr<LObject>> none;
+    return object_->children ? object_->children->objects : none;
 }
 
 std::uint64_t LObject::version() const {
@@ -96,23 +116,10 @@ Signal& LObject::destroyed() {
     return object_->destroyed;
 }
 
-LLayer* LObject::as_layer() {
-    return object_->kind == Kind::Layer ? static_cast<LLayer*>(this) : nullptr;
-}
+LLayer::LLayer(const std::string& name)
+    : LLayer(SharedName(name)) {}
 
-const LLayer* LObject::as_layer() const {
-    return object_->kind == Kind::Layer ? static_cast<const LLayer*>(this) : nullptr;
-}
-
-LAttribute* LObject::as_attribute() {
-    return object_->kind == Kind::Attribute ? static_cast<LAttribute*>(this) : nullptr;
-}
-
-const LAttribute* LObject::as_attribute() const {
-    return object_->kind == Kind::Attribute ? static_cast<const LAttribute*>(this) : nullptr;
-}
-
-LLayer::LLayer(std::string name)
+LLayer::LLayer(SharedName name)
     : LObject(std::move(name), Kind::Layer)
     , layer_(std::make_unique<Implementation>()) {}
 
@@ -123,11 +130,11 @@ LLayer* LLayer::base() const {
 }
 
 const std::string& LLayer::base_path() const {
-    return layer_->base_path;
+    return layer_->base_path.text();
 }
 
 LAttribute* LLayer::find_attribute(std::string_view name) const {
-    return Records::find_attribute(*this, name);
+    return Records::find_attribute(*this, name, hash_name(name));
 }
 
 LLayer* LLayer::find_layer(std::string_view path) const {
@@ -135,12 +142,21 @@ LLayer* LLayer::find_layer(std::string_view path) const {
     LLayer* found = nullptr;
     for (bool more = !path.empty(); more; layer = found) {
         const std::size_t slash = path.find('/');
-        found = Records::find_layer(*layer, path.substr(0, slash));
+        const std::string_view name = path.substr(0, slash);
+        found = Records::find_layer(*layer, name, hash_name(name));
         more = found != nullptr && slash != std::string_view::npos;
         if (more)
             path.remove_prefix(slash + 1);
     }
     return found;
+}
+
+std::unique_ptr<LAttribute> Records::make_attribute(SharedName name) {
+    return std::unique_ptr<LAttribute>(new LAttribute(std::move(name)));
+}
+
+std::unique_ptr<LLayer> Records::make_layer(SharedName name) {
+    return std::unique_ptr<LLayer>(new LLayer(std::move(name)));
 }
 
 std::uint64_t style_revision() {

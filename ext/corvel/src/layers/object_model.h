@@ -2,6 +2,7 @@
 
 #include "layers/attribute_value.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -14,6 +15,7 @@ namespace Layers {
 
 class LAttribute;
 class LLayer;
+class SharedName;
 
 /// A list of callbacks without arguments. A callback may remove itself or others while the signal
 /// is emitted; one added during the emission is not called by it.
@@ -35,25 +37,28 @@ public:
     }
 
 private:
-    void call_all();
-
     struct Callbacks {
         Key next_key = 0;
         std::map<Key, std::function<void()>> by_key;
+        int emissions = 0; ///< under way
+        bool orphaned = false;
     };
-    std::shared_ptr<Callbacks> callbacks_; ///< null until the first is connected
+    void call_all();
+
+    /// Null until the first callback. Owned; by the emission under way if the signal has gone.
+    Callbacks* callbacks_ = nullptr;
 };
 
 /// A named object of the style tree. Parents own their children.
 class LObject {
 public:
-    explicit LObject(std::string name);
+    explicit LObject(const std::string& name);
     virtual ~LObject();
     LObject(const LObject&) = delete;
     LObject& operator=(const LObject&) = delete;
 
     const std::string& name() const;
-    void set_name(std::string name);
+    void set_name(const std::string& name);
     /// Null for the root of a tree.
     LObject* parent() const;
     /// Layers and attributes mixed, in order of insertion.
@@ -65,7 +70,7 @@ public:
     /// Emitted by the destructor.
     Signal& destroyed();
 
-    /// This object as a layer or an attribute; null if it is none.
+    /// This object as a layer or an attribute; null if it is none. Cheaper than a dynamic cast.
     LLayer* as_layer();
     const LLayer* as_layer() const;
     LAttribute* as_attribute();
@@ -73,25 +78,28 @@ public:
 
 protected:
     enum class Kind : std::uint8_t { Object, Attribute, Layer };
-    LObject(std::string name, Kind kind);
+    LObject(SharedName name, Kind kind);
 
 private:
     friend struct Records;
     struct Implementation;
     std::unique_ptr<Implementation> object_;
+    Kind kind_;
 };
 
 /// A named value, a literal or a link to another attribute, with variants for states. Its children
 /// are the variants: attributes named by their sorted state names joined by ":".
 class LAttribute final : public LObject {
 public:
-    explicit LAttribute(std::string name);
+    explicit LAttribute(const std::string& name);
     ~LAttribute() override;
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory);
 
     /// Cuts any link, stores the value and notifies; an equal value does nothing.
     void set_value(AttributeValue value);
     /// Stores an unresolved link and clears the value. False for an empty path.
-    bool set_link(std::string path);
+    bool set_link(std::string_view path);
     /// Drops the link; a resolved one leaves the value that it showed.
     void clear_link(bool notify);
     /// The link's path as written; empty without a link.
@@ -116,6 +124,8 @@ public:
 
 private:
     friend struct Records;
+    explicit LAttribute(SharedName name);
+    void clear_dependents();
     struct Implementation;
     std::unique_ptr<Implementation> attribute_;
 };
@@ -123,7 +133,7 @@ private:
 /// A layer: attributes and child layers under a name.
 class LLayer final : public LObject {
 public:
-    explicit LLayer(std::string name);
+    explicit LLayer(const std::string& name);
     ~LLayer() override;
 
     /// The layer that this one inherits from; null if none or unresolved.
@@ -139,11 +149,25 @@ public:
 
 private:
     friend struct Records;
+    explicit LLayer(SharedName name);
     struct Implementation;
     std::unique_ptr<Implementation> layer_;
     bool visiting = false;
     bool linked = false;
 };
+
+inline LLayer* LObject::as_layer() {
+    return kind_ == Kind::Layer ? static_cast<LLayer*>(this) : nullptr;
+}
+inline const LLayer* LObject::as_layer() const {
+    return kind_ == Kind::Layer ? static_cast<const LLayer*>(this) : nullptr;
+}
+inline LAttribute* LObject::as_attribute() {
+    return kind_ == Kind::Attribute ? static_cast<LAttribute*>(this) : nullptr;
+}
+inline const LAttribute* LObject::as_attribute() const {
+    return kind_ == Kind::Attribute ? static_cast<const LAttribute*>(this) : nullptr;
+}
 
 /// Counts the changes of any style tree in this process: a child added or removed, a value or a
 /// link set. What was read from a tree is stale once the number has moved on.

@@ -10,15 +10,33 @@ constexpr std::uint32_t layer_key_salt = 0x5BD1E995;
 
 constexpr std::size_t compacted_from = 16;
 
-std::vector<std::string_view> split_states(std::string_view name) {
-    std::vector<std::string_view> states;
-    for (std::size_t colon = name.find(':'); colon != std::string_view::npos;
-         colon = name.find(':')) {
-        states.push_back(name.substr(0, colon));
-        name.remove_prefix(colon + 1);
-    }
-    states.push_back(name);
-    return states;
+std::uint32_t child_key(std::uint32_t name_hash, bool is_layer) {
+    return is_layer ? name_hash ^ layer_key_salt : name_hash;
+}
+
+std::uint32_t child_key(const LObject& child) {
+    return child_key(Records::name(child).hash(), child.as_layer() != nullptr);
+}
+
+template <class Matches>
+LObject* find_child(const LObject& parent, std::uint32_t key, Matches matches) {
+    const ChildList* const children = Records::object(parent).children.get();
+    if (children == nullptr)
+        return nullptr;
+    const std::size_t position =
+        children->index.find(key, [&](std::size_t p) { return matches(*children->objects[p]); });
+    return position == NameIndex::npos ? nullptr : children->objects[position].get();
+}
+
+ChildList& child_list(LObject& parent) {
+    std::unique_ptr<ChildList>& children = Records::object(parent).children;
+    if (!children)
+        children = std::make_unique<ChildList>();
+    return *children;
+}
+
+std::uint32_t count_states(std::string_view name) {
+    return static_cast<std::uint32_t>(std::count(name.begin(), name.end(), ':')) + 1;
 }
 
 void add_variants(std::vector<StateVariant>& variants, const LAttribute& attribute) {
@@ -28,114 +46,134 @@ void add_variants(std::vector<StateVariant>& variants, const LAttribute& attribu
         if (variant == nullptr)
             continue;
         const auto same_name = [&](const StateVariant& other) {
-            return other.attribute->name() == variant->name();
+            return Records::name(*other.attribute) == Records::name(*variant);
         };
         const auto known_end = variants.begin() + static_cast<std::ptrdiff_t>(known);
         if (std::none_of(variants.begin(), known_end, same_name))
-            variants.push_back({variant, split_states(variant->name())});
+            variants.push_back({variant, count_states(variant->name())});
     }
 }
 
 bool outranks(const StateVariant& a, const StateVariant& b) {
-    if (a.states.size() != b.states.size())
-        return a.states.size() > b.states.size();
+    if (a.state_count != b.state_count)
+        return a.state_count > b.state_count;
     return a.attribute->name() < b.attribute->name();
 }
 
-// The attribute's own variants, then those of the same attribute of each base that it lacks.
-void collect_variants(std::vector<StateVariant>& variants, const LAttribute& attribute) {
-    variants.clear();
-    add_variants(variants, attribute);
-    const LLayer* layer = attribute.parent() ? attribute.parent()->as_layer() : nullptr;
-    for (layer = layer ? layer->base() : nullptr; layer != nullptr; layer = layer->base()) {
-        const std::uint32_t hash = Records::object(attribute).name_hash;
-        if (const LAttribute* same = Records::find_attribute(*layer, attribute.name(), hash))
-            add_variants(variants, *same);
-    }
-    std::stable_sort(variants.begin(), variants.end(), outranks);
+const LLayer* base_around(const LAttribute& attribute) {
+    const LLayer* const layer = attribute.parent() ? attribute.parent()->as_layer() : nullptr;
+    return layer != nullptr ? layer->base() : nullptr;
 }
 
-void compact_dependents(Records::AttributeRecord& record) {
-    std::erase(record.dependents, nullptr);
-    record.departed = 0;
-    for (std::size_t slot = 0; slot < record.dependents.size(); ++slot)
-        Records::of(*record.dependents[slot]).link->slot = slot;
+void compact(Dependents& dependents) {
+    std::erase(dependents.list, nullptr);
+    dependents.departed = 0;
+    for (std::size_t slot = 0; slot < dependents.list.size(); ++slot)
+        Records::of(*dependents.list[slot]).link->slot = static_cast<std::uint32_t>(slot);
 }
 
 void leave_target(AttributeLink& link) {
-    Records::AttributeRecord& record = Records::of(*link.target);
-    record.dependents[link.slot] = nullptr;
-    ++record.dependents_version;
-    ++record.departed;
+    Dependents& dependents = *Records::of(*link.target).dependents;
+    dependents.list[link.slot] = nullptr;
+    ++dependents.version;
+    ++dependents.departed;
     link.target = nullptr;
-    if (record.departed >= compacted_from && record.departed * 2 > record.dependents.size())
-        compact_dependents(record);
+    if (dependents.departed >= compacted_from && dependents.departed * 2 > dependents.list.size())
+        compact(dependents);
 }
 
 } // namespace
 
-std::uint32_t child_key(std::uint32_t name_hash, bool is_layer) {
-    return is_layer ? name_hash ^ layer_key_salt : name_hash;
-}
-
 LAttribute* Records::find_attribute(const LObject& parent, std::string_view name,
                                     std::uint32_t hash) {
-    const ObjectRecord& record = object(parent);
-    const auto matches = [&](std::size_t position) {
-        LObject& child = *record.children[position];
+    LObject* const found = find_child(parent, child_key(hash, false), [&](LObject& child) {
         return child.as_attribute() != nullptr && child.name() == name;
-    };
-    const std::size_t position = record.index.find(child_key(hash, false), matches);
-    return position == NameIndex::npos ? nullptr : record.children[position]->as_attribute();
+    });
+    return found != nullptr ? found->as_attribute() : nullptr;
 }
 
 LLayer* Records::find_layer(const LObject& parent, std::string_view name, std::uint32_t hash) {
-    const ObjectRecord& record = object(parent);
-    const auto matches = [&](std::size_t position) {
-        LObject& child = *record.children[position];
+    LObject* const found = find_child(parent, child_key(hash, true), [&](LObject& child) {
         return child.as_layer() != nullptr && child.name() == name;
-    };
-    const std::size_t position = record.index.find(child_key(hash, true), matches);
-    return position == NameIndex::npos ? nullptr : record.children[position]->as_layer();
+    });
+    return found != nullptr ? found->as_layer() : nullptr;
+}
+
+LAttribute* Records::find_attribute(const LObject& parent, const SharedName& name) {
+    LObject* const found = find_child(parent, child_key(name.hash(), false), [&](LObject& child) {
+        return child.as_attribute() != nullptr && Records::name(child) == name;
+    });
+    return found != nullptr ? found->as_attribute() : nullptr;
+}
+
+LLayer* Records::find_layer(const LObject& parent, const SharedName& name) {
+    LObject* const found = find_child(parent, child_key(name.hash(), true), [&](LObject& child) {
+        return child.as_layer() != nullptr && Records::name(child) == name;
+    });
+    return found != nullptr ? found->as_layer() : nullptr;
+}
+
+void Records::reserve_children(LObject& parent, std::size_t count) {
+    if (count == 0)
+        return;
+    ChildList& children = child_list(parent);
+    children.objects.reserve(count);
+    children.index.reserve(count);
 }
 
 LObject* LObject::add_child(std::unique_ptr<LObject> child) {
     LObject* const added = child.get();
     added->object_->parent = this;
-    object_->index.add(child_key(added->object_->name_hash, added->as_layer() != nullptr));
-    object_->children.push_back(std::move(child));
+    ChildList& children = child_list(*this);
+    children.index.add(child_key(*added));
+    children.objects.push_back(std::move(child));
     ++object_->version;
     note_shape_change();
     return added;
 }
 
 void Records::reindex(LObject& parent) {
-    ObjectRecord& record = object(parent);
-    record.index.clear();
-    for (const std::unique_ptr<LObject>& child : record.children)
-        record.index.add(child_key(object(*child).name_hash, child->as_layer() != nullptr));
+    ChildList& children = child_list(parent);
+    children.index.clear();
+    for (const std::unique_ptr<LObject>& child : children.objects)
+        children.index.add(child_key(*child));
 }
 
 void Records::reorder_layers(LLayer& parent, const std::vector<LLayer*>& layers) {
-    ObjectRecord& record = object(parent);
+    std::vector<std::unique_ptr<LObject>>& objects = child_list(parent).objects;
     std::size_t next = 0;
-    for (std::unique_ptr<LObject>& place : record.children)
+    for (std::unique_ptr<LObject>& place : objects)
         if (place->as_layer() != nullptr)
             place.release();
-    for (std::unique_ptr<LObject>& place : record.children)
+    for (std::unique_ptr<LObject>& place : objects)
         if (place == nullptr)
             place.reset(layers[next++]);
     reindex(parent);
     note_shape_change();
 }
 
+void Records::collect_variants(const LAttribute& attribute, std::vector<StateVariant>& variants) {
+    variants.clear();
+    add_variants(variants, attribute);
+    for (const LLayer* base = base_around(attribute); base != nullptr; base = base->base())
+        if (const LAttribute* const same = find_attribute(*base, name(attribute)))
+            add_variants(variants, *same);
+    if (variants.size() > 1)
+        std::stable_sort(variants.begin(), variants.end(), outranks);
+}
+
 const std::vector<StateVariant>& Records::state_variants(const LAttribute& attribute) {
-    AttributeRecord& record = of(attribute);
-    if (record.state_cache_revision != tree_revisions.shape) {
-        collect_variants(record.state_cache, attribute);
-        record.state_cache_revision = tree_revisions.shape;
+    static const std::vector<StateVariant> none;
+    if (!object(attribute).children && base_around(attribute) == nullptr)
+        return none;
+    std::unique_ptr<StateCache>& cache = of(attribute).states;
+    if (!cache)
+        cache = std::make_unique<StateCache>();
+    if (cache->shape_revision != tree_revisions.shape) {
+        collect_variants(attribute, cache->variants);
+        cache->shape_revision = tree_revisions.shape;
     }
-    return record.state_cache;
+    return cache->variants;
 }
 
 void Records::attach(LAttribute& attribute, LAttribute* target) {
@@ -148,10 +186,12 @@ void Records::attach(LAttribute& attribute, LAttribute* target) {
     note_shape_change();
     if (target == nullptr)
         return;
-    AttributeRecord& record = of(*target);
-    link.slot = record.dependents.size();
-    record.dependents.push_back(&attribute);
-    ++record.dependents_version;
+    std::unique_ptr<Dependents>& dependents = of(*target).dependents;
+    if (!dependents)
+        dependents = std::make_unique<Dependents>();
+    link.slot = static_cast<std::uint32_t>(dependents->list.size());
+    dependents->list.push_back(&attribute);
+    ++dependents->version;
 }
 
 } // namespace Layers

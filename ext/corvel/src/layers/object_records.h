@@ -2,16 +2,19 @@
 
 #include "layers/name_index.h"
 #include "layers/object_model.h"
+#include "layers/pooled.h"
+#include "layers/shared_name.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace Layers {
 
-// The state behind the objects of a style tree, for the passes that build and link it.
+// The state behind the objects of a style tree, for the passes that build and link it. A tree has
+// many more attributes than anything else, so what most of them lack is held behind a pointer.
 
 /// Counts changes for `style_revision`. Changes of shape - children, names, links and bases, but
 /// not values - are counted on their own as well: what depends on the shape alone, such as a state
@@ -19,7 +22,8 @@ namespace Layers {
 struct TreeRevisions {
     std::uint64_t any = 1;
     std::uint64_t shape = 1;
-    std::uint64_t load = 0; ///< counts the loads whose layers are being linked
+    std::uint32_t load = 1; ///< counts the loads whose layers are being linked
+    std::uint32_t pour = 0; ///< counts the files poured
 };
 inline TreeRevisions tree_revisions;
 
@@ -32,48 +36,61 @@ inline void note_shape_change() {
     ++tree_revisions.shape;
 }
 
-struct LObject::Implementation {
-    std::string name;
-    std::uint32_t name_hash = 0;
-    Kind kind = Kind::Object;
+struct ChildList : Pooled<ChildList> {
+    std::vector<std::unique_ptr<LObject>> objects;
+    NameIndex index; ///< of the objects, by name and kind
+};
+
+struct LObject::Implementation : Pooled<LObject::Implementation> {
+    SharedName name;
     LObject* parent = nullptr;
     std::uint64_t version = 0;
-    std::vector<std::unique_ptr<LObject>> children;
-    NameIndex index; ///< of `children`, by name and kind
+    std::unique_ptr<ChildList> children; ///< null until the first
     Signal destroyed;
 };
 
 /// A link to another attribute. While resolved, `target` lists this attribute at `slot` of its
 /// dependents.
-struct AttributeLink {
-    std::string path;
+struct AttributeLink : Pooled<AttributeLink> {
+    SharedName path;
     LAttribute* target = nullptr;
-    std::size_t slot = 0;
+    std::uint32_t slot = 0;
     bool cyclic = false;
+};
+
+/// The attributes that are linked to one, in order of linking.
+struct Dependents {
+    std::vector<LAttribute*> list; ///< null where one has left
+    std::size_t departed = 0;      ///< how many are null
+    std::uint64_t version = 0;     ///< raised with each one that comes or goes
 };
 
 /// A state variant that counts for an attribute, its own or an inherited one.
 struct StateVariant {
     LAttribute* attribute = nullptr;
-    std::vector<std::string_view> states; ///< views into the variant's name
+    std::uint32_t state_count = 0;
 };
 
-struct LAttribute::Implementation {
-    std::vector<LAttribute*> dependents; ///< in order of linking; null where one has left
-    std::size_t departed = 0;            ///< how many of `dependents` are null
-    std::uint64_t dependents_version = 0;
-    std::unique_ptr<AttributeLink> link;
+/// The variants in force for an attribute, those with the most states first, then by name.
+struct StateCache {
+    std::vector<StateVariant> variants;
+    std::uint64_t shape_revision = 0; ///< that the cache was built for
+};
+
+struct LAttribute::Implementation : Pooled<LAttribute::Implementation> {
     AttributeValue value;
+    std::unique_ptr<AttributeLink> link;
+    std::unique_ptr<Dependents> dependents; ///< null until the first
+    std::unique_ptr<StateCache> states;     ///< null until read under states
     Signal value_changed;
     Signal link_changed;
-    std::uint64_t inherited_in_load = 0;    ///< the load in which it got all variants of its bases
-    std::vector<StateVariant> state_cache;  ///< most names first, then by name
-    std::uint64_t state_cache_revision = 0; ///< shape revision that the cache was built for
+    std::uint32_t inherited_in_load = 0; ///< the load in which it got all variants of its bases
+    std::uint32_t inline_in_pour = 0;    ///< of a variant: the pour in which an inline state set it
 };
 
 struct LLayer::Implementation {
     LLayer* base = nullptr;
-    std::string base_path;
+    SharedName base_path;
 };
 
 /// Access to the state of objects. Everything here keeps the indexes and revisions right.
@@ -85,33 +102,51 @@ struct Records {
     static ObjectRecord& object(const LObject& object) { return *object.object_; }
     static AttributeRecord& of(const LAttribute& attribute) { return *attribute.attribute_; }
     static LayerRecord& of(const LLayer& layer) { return *layer.layer_; }
+    static const SharedName& name(const LObject& object) { return object.object_->name; }
     static bool& visiting(LLayer& layer) { return layer.visiting; }
     static bool& linked(LLayer& layer) { return layer.linked; }
+
+    static std::unique_ptr<LAttribute> make_attribute(SharedName name);
+    static std::unique_ptr<LLayer> make_layer(SharedName name);
 
     /// The child of exactly this kind and name; null if missing.
     static LAttribute* find_attribute(const LObject& parent, std::string_view name,
                                       std::uint32_t hash);
     static LLayer* find_layer(const LObject& parent, std::string_view name, std::uint32_t hash);
-    static LAttribute* find_attribute(const LObject& parent, std::string_view name) {
-        return find_attribute(parent, name, hash_name(name));
-    }
-    static LLayer* find_layer(const LObject& parent, std::string_view name) {
-        return find_layer(parent, name, hash_name(name));
-    }
+    static LAttribute* find_attribute(const LObject& parent, const SharedName& name);
+    static LLayer* find_layer(const LObject& parent, const SharedName& name);
 
+    /// Makes room for children to come.
+    static void reserve_children(LObject& parent, std::size_t count);
     /// Rebuilds the index after children changed their places or names.
     static void reindex(LObject& parent);
-
     /// Puts the child layers of `parent` into the order of `layers`, which lists them all, in the
     /// places that layers have among its children.
     static void reorder_layers(LLayer& parent, const std::vector<LLayer*>& layers);
 
-    /// The state variants in force for an attribute, best first.
+    /// Lists the state variants in force for an attribute: its own, then those of the same
+    /// attribute of each base that it lacks.
+    static void collect_variants(const LAttribute& attribute, std::vector<StateVariant>& variants);
+    /// The same list, kept until the tree's shape changes.
     static const std::vector<StateVariant>& state_variants(const LAttribute& attribute);
 
     /// Joins `attribute` to the dependents of `target`, after leaving its present target. Null
     /// leaves only. The attribute must have a link.
     static void attach(LAttribute& attribute, LAttribute* target);
 };
+
+/// Calls `visit` with each state of a variant's name, "A:B" being A and B, until it says false.
+/// Whether it always said true.
+template <class Visit>
+bool all_states(std::string_view name, Visit visit) {
+    for (;;) {
+        const std::size_t colon = name.find(':');
+        if (!visit(name.substr(0, colon)))
+            return false;
+        if (colon == std::string_view::npos)
+            return true;
+        name.remove_prefix(colon + 1);
+    }
+}
 
 } // namespace Layers

@@ -34,18 +34,15 @@ std::string describe_token(const Token& token) {
     }
 }
 
-Parser::Parser(std::vector<Token> tokens)
+Parser::Parser(TokenStream tokens)
     : tokens_(std::move(tokens))
-    , storage_(std::make_unique<std::pmr::monotonic_buffer_resource>(storage_chunk)) {
-    if (tokens_.empty() || tokens_.back().kind != TokenKind::EndOfFile)
-        tokens_.push_back({{}, TokenKind::EndOfFile, tokens_.empty() ? 1 : tokens_.back().line});
-}
+    , storage_(std::make_unique<std::pmr::monotonic_buffer_resource>(storage_chunk)) {}
 
 // file: statement* EndOfFile
 FileNode Parser::parse_file() {
     begin_layer({});
     while (open_layers_.size() > 1 || !at(TokenKind::EndOfFile)) {
-        const std::size_t start = cursor_;
+        const std::size_t start = tokens_.position();
         if (parse_statement())
             continue; // the first statement of the block just entered follows
         ensure_progress(start, open_layers_.size() > 1 ? "layer definition" : "file statement");
@@ -71,7 +68,7 @@ bool Parser::parse_statement() {
     const DeclarationName declaration = parse_declaration_name();
     if (!declaration.name.empty()) {
         // A colon with a value on its line makes an attribute, one at the end of it a layer.
-        if (!at(TokenKind::Colon) || peek(1).kind == TokenKind::LineEnd)
+        if (!at(TokenKind::Colon) || peek_next().kind == TokenKind::LineEnd)
             return parse_layer_definition(declaration);
         pending_attributes_.push_back(parse_attribute(declaration));
     } else if (!declaration.group.empty()) {
@@ -204,7 +201,7 @@ AttributeNode Parser::parse_attribute(const DeclarationName& declaration) {
         skip_line();
     } else if (at(TokenKind::At)) {
         attribute.states = parse_inline_states();
-    } else if (at(TokenKind::LineEnd) && peek(1).kind == TokenKind::Indent) {
+    } else if (at(TokenKind::LineEnd) && peek_next().kind == TokenKind::Indent) {
         attribute.states = parse_indented_states();
     } else if (!expect(TokenKind::LineEnd)) {
         report_unexpected("expected a line end after attribute.");
@@ -273,7 +270,7 @@ void Parser::parse_block(BlockKind kind, Statement statement) {
     if (!enter_block())
         return;
     do {
-        const std::size_t start = cursor_;
+        const std::size_t start = tokens_.position();
         statement();
         ensure_progress(start, kind == BlockKind::StateSet ? "state-set" : "group-set");
     } while (!at(TokenKind::Dedent) && !at(TokenKind::EndOfFile));
@@ -281,7 +278,7 @@ void Parser::parse_block(BlockKind kind, Statement statement) {
 }
 
 bool Parser::enter_block() {
-    if (!at(TokenKind::LineEnd) || peek(1).kind != TokenKind::Indent) {
+    if (!at(TokenKind::LineEnd) || peek_next().kind != TokenKind::Indent) {
         report_unexpected("expected indented attributes.");
         skip_line();
         return false;
@@ -302,21 +299,11 @@ void Parser::leave_block(BlockKind kind) {
 }
 
 void Parser::ensure_progress(std::size_t start, std::string_view construct) {
-    if (cursor_ != start)
+    if (tokens_.position() != start)
         return;
     report("Failed to progress parsing " + std::string(construct) +
            "; proceeding unconditionally.");
     advance();
-}
-
-const Token& Parser::peek(std::size_t offset) const {
-    const std::size_t index = cursor_ + offset;
-    return index < tokens_.size() ? tokens_[index] : tokens_.back();
-}
-
-void Parser::advance() {
-    if (cursor_ + 1 < tokens_.size())
-        ++cursor_;
 }
 
 bool Parser::expect(TokenKind kind) {

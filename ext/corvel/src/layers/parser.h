@@ -2,7 +2,7 @@
 
 #include "layers/diagnostic.h"
 #include "layers/syntax_tree.h"
-#include "layers/token.h"
+#include "layers/token_stream.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Layers {
@@ -26,9 +27,14 @@ namespace Layers {
 /// blocks are kept on a stack of the parser's own. One parser serves one file.
 class Parser {
 public:
-    explicit Parser(std::vector<Token> tokens);
+    explicit Parser(TokenStream tokens);
+    explicit Parser(std::vector<Token> tokens)
+        : Parser(TokenStream(std::move(tokens))) {}
+    /// Takes the tokens from the lexer while it parses; its diagnostics are complete afterwards.
+    explicit Parser(Lexer& lexer)
+        : Parser(TokenStream(lexer)) {}
 
-    /// Parses the whole list. The tree refers to the text behind the tokens. To be called once.
+    /// Parses all tokens. The tree refers to the text behind them. To be called once.
     FileNode parse_file();
     /// The problems found by `parse_file`, in order.
     const std::vector<Diagnostic>& diagnostics() const { return diagnostics_; }
@@ -85,10 +91,11 @@ private:
     double number_value(std::string_view text);
     std::string_view string_value(std::string_view text);
 
-    // The token cursor, which never passes the last token.
-    const Token& peek(std::size_t offset = 0) const;
+    // The token cursor.
+    const Token& peek() const { return tokens_.peek(); }
+    const Token& peek_next() const { return tokens_.peek_next(); }
     bool at(TokenKind kind) const { return peek().kind == kind; }
-    void advance();
+    void advance() { tokens_.advance(); }
     bool expect(TokenKind kind);
     void skip_line();
     void skip_block();
@@ -104,8 +111,7 @@ private:
     std::string_view copy_joined(std::span<const std::string_view> words);
     char* allocate_text(std::size_t size);
 
-    std::vector<Token> tokens_;
-    std::size_t cursor_ = 0;
+    TokenStream tokens_;
     std::vector<Diagnostic> diagnostics_;
     std::unique_ptr<std::pmr::monotonic_buffer_resource> storage_;
 

@@ -77,12 +77,14 @@ struct StyleReader::Plan {
     std::vector<std::uint32_t> state_indexes;  ///< into `state_names`
     std::vector<std::string_view> state_names; ///< all that occur, each once
     std::vector<char> active;                  ///< for each of them, whether it holds
+    std::vector<StateVariant> variants;        ///< of the attribute being looked at
 
     void prepare();
     void activate(const std::vector<std::string>& active_states);
     template <class IsRead>
     void find_known(std::vector<KnownAttribute>& known, const LLayer& from, IsRead is_read);
     void add_candidates(const LAttribute& attribute);
+    const std::vector<StateVariant>& variants_of(const LAttribute& attribute);
     std::uint32_t index_of_state(std::string_view name);
     const AttributeValue& pick(const KnownAttribute& attribute) const;
     void read_into(NodeStyle& style, Fill& fill, const std::vector<KnownAttribute>& known) const;
@@ -96,7 +98,7 @@ void StyleReader::Plan::prepare() {
     state_names.clear();
     shape_revision = tree_revisions.shape;
     find_known(attributes, *layer, [](std::size_t entry) { return entry != border_thickness; });
-    if (const LLayer* const border = Records::find_layer(*layer, "Border"))
+    if (const LLayer* const border = layer->find_layer("Border"))
         find_known(border_attributes, *border,
                    [](std::size_t entry) { return entry <= border_thickness; });
     active.assign(state_names.size(), 0);
@@ -115,8 +117,7 @@ void StyleReader::Plan::find_known(std::vector<KnownAttribute>& known, const LLa
         const LAttribute* const attribute = child->as_attribute();
         if (attribute == nullptr)
             continue;
-        const std::size_t entry =
-            find_entry(attribute->name(), Records::object(*attribute).name_hash);
+        const std::size_t entry = find_entry(attribute->name(), Records::name(*attribute).hash());
         if (entry == unknown || !is_read(entry) || is_listed(entry))
             continue;
         known.push_back({entry, candidates.size()});
@@ -131,13 +132,20 @@ void StyleReader::Plan::add_candidates(const LAttribute& attribute) {
                               static_cast<std::uint32_t>(state_indexes.size() - first_state)});
     };
     for (const LAttribute* stop = &attribute; stop != nullptr; stop = stop->link_target())
-        for (const StateVariant& variant : Records::state_variants(*stop)) {
+        for (const StateVariant& variant : variants_of(*stop)) {
             const std::size_t first_state = state_indexes.size();
-            for (const std::string_view state : variant.states)
+            all_states(variant.attribute->name(), [this](std::string_view state) {
                 state_indexes.push_back(index_of_state(state));
+                return true;
+            });
             add(*variant.attribute, first_state);
         }
     add(attribute, state_indexes.size());
+}
+
+const std::vector<StateVariant>& StyleReader::Plan::variants_of(const LAttribute& attribute) {
+    Records::collect_variants(attribute, variants);
+    return variants;
 }
 
 std::uint32_t StyleReader::Plan::index_of_state(std::string_view name) {

@@ -28,7 +28,7 @@ std::unique_ptr<StyleSource> read_source(const fs::path& file, const std::string
     source->directory = directory;
     source->text = read_text(file);
     Layers::Lexer lexer(source->text);
-    Layers::Parser parser(lexer.tokenize());
+    Layers::Parser parser(lexer);
     source->tree = parser.parse_file();
     // What the parser says of a file with lexical errors mostly follows from them.
     source->diagnostics = lexer.diagnostics().empty() ? parser.diagnostics() : lexer.diagnostics();
