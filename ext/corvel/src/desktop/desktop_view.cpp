@@ -85,6 +85,21 @@ void apply_patch(ViewState& view, const RenderPatch& patch) {
     }
 }
 
+void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
+    for (const RenderPatch& patch : patches)
+        apply_patch(view, patch);
+    resume_layouts(view);
+    renew_tab_order(view);
+    position_overlays(view);
+}
+
+void apply_all(ViewState& view, const std::vector<RenderPatch>& patches) {
+    const ApplyScope scope(view);
+    apply_batch(view, patches);
+    while (!view.queued.empty())
+        apply_batch(view, std::exchange(view.queued, {}));
+}
+
 void follow_width(ViewState& view, int width) {
     resize_scrims(view);
     const bool width_state = view.app->set_viewport_width(width);
@@ -151,16 +166,11 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
         queued.insert(queued.end(), patches.begin(), patches.end());
         return;
     }
-    const ApplyScope scope(*this);
     theme_scroll_bars(*this);
-    for (const RenderPatch& patch : patches)
-        apply_patch(*this, patch);
-    while (!queued.empty())
-        for (const RenderPatch& patch : std::exchange(queued, {}))
-            apply_patch(*this, patch);
-    resume_layouts(*this);
-    renew_tab_order(*this);
-    position_overlays(*this);
+    if (patches.empty())
+        position_overlays(*this);
+    else
+        apply_all(*this, patches);
     schedule_video_check(*this);
 }
 
