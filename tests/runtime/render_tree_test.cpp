@@ -196,7 +196,8 @@ TEST(Rows, OfOnePathAllHearOfIt) {
     auto texts = [&](const std::string& text) {
         app->set_text("App/List/a", text);
         std::string all;
-        for (const RenderNode& row : app->build_render_tree().children[0].children)
+        const RenderNode tree = app->build_render_tree();
+        for (const RenderNode& row : tree.children[0].children)
             all += row.text.get() + ",";
         return all;
     };
