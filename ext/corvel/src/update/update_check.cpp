@@ -1,6 +1,7 @@
 #include "update/update_check.h"
 
 #include "runtime/corvel_app.h"
+#include "theme/json_depth.h"
 
 #include <nlohmann/json.hpp>
 
@@ -84,7 +85,8 @@ void check_for_update(CorvelApp& app, const UpdateSettings& settings,
 
 bool parse_update_manifest(std::string_view text, const std::string& platform_key,
                            UpdateResult& result) {
-    const Json manifest = Json::parse(text, nullptr, false);
+    const bool is_sound = !json_nests_deeper_than(text, max_json_depth);
+    const Json manifest = is_sound ? Json::parse(text, nullptr, false) : Json();
     if (!manifest.is_object()) {
         result.error = "manifest is not a JSON object";
         return false;

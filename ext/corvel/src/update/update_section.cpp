@@ -106,6 +106,8 @@ void wire_dialog(const SharedDialog& dialog) {
 }
 
 void arm_periodic_check(const SharedDialog& dialog, int interval) {
+    if (!dialog->app.run_after)
+        return;
     dialog->app.run_after(interval, [dialog, interval] {
         check_now(dialog, false);
         arm_periodic_check(dialog, interval);

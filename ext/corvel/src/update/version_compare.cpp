@@ -1,8 +1,10 @@
 #include "update/update_check.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace Corvel {
@@ -41,37 +43,43 @@ bool is_numeric(std::string_view part) {
            std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// A numeric part as a 32-bit number, the largest one where it does not fit; 0 for any other part.
-std::int32_t number_of(std::string_view part) {
+/// A numeric part as a number, the largest one where it does not fit; 0 for any other part.
+std::int64_t number_of(std::string_view part) {
     if (!is_numeric(part))
         return 0;
     std::int64_t value = 0;
-    for (const char digit : part)
-        value = std::min<std::int64_t>(value * 10 + (digit - '0'), INT32_MAX);
-    return static_cast<std::int32_t>(value);
+    const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), value);
+    return error == std::errc::result_out_of_range ? INT64_MAX : value;
 }
 
-int sign(std::int64_t difference) {
-    return (difference > 0) - (difference < 0);
+/// A part of a version's core: a 32-bit number.
+std::int32_t core_number(std::string_view part) {
+    return static_cast<std::int32_t>(std::min<std::int64_t>(number_of(part), INT32_MAX));
+}
+
+/// Above 0 if `a` is greater, 0 if equal, below 0 if less.
+template <class Value>
+int order(const Value& a, const Value& b) {
+    return (b < a) - (a < b);
 }
 
 int compare_cores(const Version& a, const Version& b) {
     const std::size_t length = std::max(a.core.size(), b.core.size());
     for (std::size_t i = 0; i < length; ++i) {
-        const std::int64_t left = i < a.core.size() ? number_of(a.core[i]) : 0;
-        const std::int64_t right = i < b.core.size() ? number_of(b.core[i]) : 0;
+        const std::int32_t left = i < a.core.size() ? core_number(a.core[i]) : 0;
+        const std::int32_t right = i < b.core.size() ? core_number(b.core[i]) : 0;
         if (left != right)
-            return sign(left - right);
+            return order(left, right);
     }
     return 0;
 }
 
 int compare_identifiers(std::string_view a, std::string_view b) {
     if (is_numeric(a) && is_numeric(b))
-        return sign(std::int64_t{number_of(a)} - number_of(b));
+        return order(number_of(a), number_of(b));
     if (is_numeric(a) != is_numeric(b))
         return is_numeric(a) ? -1 : 1;
-    return sign(a.compare(b));
+    return order(a, b);
 }
 
 int compare_pre_releases(const Version& a, const Version& b) {
@@ -79,10 +87,9 @@ int compare_pre_releases(const Version& a, const Version& b) {
         return static_cast<int>(a.pre_release.empty()) - static_cast<int>(b.pre_release.empty());
     const std::size_t length = std::min(a.pre_release.size(), b.pre_release.size());
     for (std::size_t i = 0; i < length; ++i)
-        if (const int order = compare_identifiers(a.pre_release[i], b.pre_release[i]))
-            return order;
-    return sign(static_cast<std::int64_t>(a.pre_release.size()) -
-                static_cast<std::int64_t>(b.pre_release.size()));
+        if (const int result = compare_identifiers(a.pre_release[i], b.pre_release[i]))
+            return result;
+    return order(a.pre_release.size(), b.pre_release.size());
 }
 
 } // namespace

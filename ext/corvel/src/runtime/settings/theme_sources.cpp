@@ -33,8 +33,8 @@ std::string source_key(const std::string& dir) {
 
 /// The last component of a directory, or all of it where that is empty.
 std::string source_label(const std::string& dir) {
-    const std::string last = dir.substr(dir.find_last_of("/\\") + 1);
-    return last.empty() ? dir : last;
+    const std::u8string last = path_of(dir).filename().u8string();
+    return last.empty() ? dir : std::string(last.begin(), last.end());
 }
 
 std::optional<std::string> read_file(const std::filesystem::path& path) {
