@@ -165,7 +165,7 @@ const std::vector<Width> widths = {{"wide", 1000}, {"medium", 760}, {"narrow", 5
 
 } // namespace
 
-TEST(GalleryPictures, each_theme_at_each_width) {
+TEST(GalleryPictures, EachThemeAtEachWidth) {
     for (const auto& [theme, name] : {std::pair(dark, "dark"), std::pair(light, "light")}) {
         Gallery gallery(theme);
         for (const Width& width : widths)
@@ -174,7 +174,7 @@ TEST(GalleryPictures, each_theme_at_each_width) {
     }
 }
 
-TEST(GalleryPictures, other_widths_and_another_theme_before_leave_no_trace) {
+TEST(GalleryPictures, OtherWidthsAndAnotherThemeBeforeLeaveNoTrace) {
     Gallery gallery(light);
     gallery.page(520);
     gallery.set_theme(dark);
@@ -182,7 +182,7 @@ TEST(GalleryPictures, other_widths_and_another_theme_before_leave_no_trace) {
     expect_like_reference(gallery.page(1000), "dark-wide");
 }
 
-TEST(GalleryPictures, the_comparison_sees_a_fault) {
+TEST(GalleryPictures, TheComparisonSeesAFault) {
     QImage picture(200, 100, QImage::Format_ARGB32);
     picture.fill(Qt::white);
     QImage shifted = picture;

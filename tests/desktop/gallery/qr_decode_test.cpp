@@ -58,7 +58,7 @@ std::string text_of(std::size_t bytes, std::mt19937& random) {
 
 } // namespace
 
-TEST(QrDecoding, codes_are_read_from_a_screenshot) {
+TEST(QrDecoding, CodesAreReadFromAScreenshot) {
     if (QStandardPaths::findExecutable(QStringLiteral("zbarimg")).isEmpty())
         GTEST_SKIP() << "zbarimg is not installed";
     std::mt19937 random(11);

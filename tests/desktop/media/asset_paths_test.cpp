@@ -7,7 +7,7 @@ using namespace Corvel;
 using TestSupport::TempDir;
 using TestSupport::write_file;
 
-TEST(AssetPaths, the_first_directory_that_has_a_file_wins) {
+TEST(AssetPaths, TheFirstDirectoryThatHasAFileWins) {
     TempDir dir;
     write_file(dir / "one/home.svg", "<svg>one é</svg>");
     write_file(dir / "two/home.svg", "<svg>two</svg>");

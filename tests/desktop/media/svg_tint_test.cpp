@@ -58,7 +58,7 @@ const char* const gradient = R"x(<path id="a" fill="url(#g)"/>)x";
 
 } // namespace
 
-TEST(SvgTint, shapes_with_an_id_and_a_fill_take_the_tint) {
+TEST(SvgTint, ShapesWithAnIdAndAFillTakeTheTint) {
     const std::vector<Case> cases = {
         {"no id", R"x(<path d="M0 0" fill="#000"/>)x", ""},
         {"id and fill", R"x(<path id="a" fill="#000"/>)x", R"x(<path id="a" fill="#ff0000"/>)x"},
@@ -97,7 +97,7 @@ TEST(SvgTint, shapes_with_an_id_and_a_fill_take_the_tint) {
     }
 }
 
-TEST(SvgTint, gradients_that_fill_a_tinted_shape_take_one_colour) {
+TEST(SvgTint, GradientsThatFillATintedShapeTakeOneColour) {
     const std::string stops =
         R"x(<stop stop-color="#000"/><stop style="stop-color:#fff; stop-opacity:.5"/></linearGradient>)x";
     const std::string painted =
@@ -138,7 +138,7 @@ TEST(SvgTint, gradients_that_fill_a_tinted_shape_take_one_colour) {
     }
 }
 
-TEST(SvgTint, hostile_documents_take_no_time) {
+TEST(SvgTint, HostileDocumentsTakeNoTime) {
     const std::size_t size = 1 << 19;
     const std::string end = "</linearGradient>";
     const std::vector<std::string> documents = {
@@ -169,7 +169,7 @@ TEST(SvgTint, hostile_documents_take_no_time) {
     }
 }
 
-TEST(SvgTint, gradients_are_found_where_a_plain_search_finds_them) {
+TEST(SvgTint, GradientsAreFoundWhereAPlainSearchFindsThem) {
     const std::vector<const char*> pieces = {"<linearGradient",
                                              "<radialGradient",
                                              "<linearGradientX",

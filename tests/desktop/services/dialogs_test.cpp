@@ -44,7 +44,7 @@ void choose(QFileDialog& dialog, const std::string& path) {
 
 } // namespace
 
-TEST(FilePick, the_dialog_asks_for_what_was_requested) {
+TEST(FilePick, TheDialogAsksForWhatWasRequested) {
     TempDir dir;
     write_file(dir / "page.json", "{}");
     std::filesystem::create_directory(dir / "folder");
@@ -106,7 +106,7 @@ TEST(FilePick, the_dialog_asks_for_what_was_requested) {
     EXPECT_EQ(notices, 0) << "the render follows the handler that asked";
 }
 
-TEST(UploadFilter, follows_the_accepted_types) {
+TEST(UploadFilter, FollowsTheAcceptedTypes) {
     const std::string images = "Images (*.jpg *.jpeg *.png *.webp *.gif);;All files (*)";
     const std::string videos = "Videos (*.mp4 *.webm *.mov);;All files (*)";
     EXPECT_EQ(filter_for_accept("image/*").toStdString(), images);
@@ -150,7 +150,7 @@ protected:
 
 } // namespace
 
-TEST_F(Upload, sends_the_file_as_a_part_of_a_form) {
+TEST_F(Upload, SendsTheFileAsAPartOfAForm) {
     const UploadResult result = upload([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle().toStdString(), "Choose a file");
         choose(dialog, file());
@@ -171,7 +171,7 @@ TEST_F(Upload, sends_the_file_as_a_part_of_a_form) {
     EXPECT_TRUE(received->body.contains(QByteArray("\r\n\r\n\x89PNG\0\xff\r\n--\r\n--", 18)));
 }
 
-TEST_F(Upload, tells_a_cancel_and_a_file_that_cannot_be_read) {
+TEST_F(Upload, TellsACancelAndAFileThatCannotBeRead) {
     const UploadResult cancelled = upload([](QFileDialog& dialog) { dialog.reject(); });
     EXPECT_TRUE(cancelled.cancelled);
     EXPECT_EQ(cancelled.error, "");

@@ -74,7 +74,7 @@ protected:
 
 } // namespace
 
-TEST_F(Http, status_and_body_come_as_the_server_sent_them) {
+TEST_F(Http, StatusAndBodyComeAsTheServerSentThem) {
     struct Case {
         const char* path;
         int status;
@@ -100,7 +100,7 @@ TEST_F(Http, status_and_body_come_as_the_server_sent_them) {
     }
 }
 
-TEST_F(Http, without_a_status_there_are_words) {
+TEST_F(Http, WithoutAStatusThereAreWords) {
     std::string dead;
     {
         LoopbackServer gone(serve);
@@ -117,7 +117,7 @@ TEST_F(Http, without_a_status_there_are_words) {
     }
 }
 
-TEST_F(Http, the_request_arrives_as_it_was_filled_in) {
+TEST_F(Http, TheRequestArrivesAsItWasFilledIn) {
     struct Case {
         const char* method;
         const char* sent_as;
@@ -143,7 +143,7 @@ TEST_F(Http, the_request_arrives_as_it_was_filled_in) {
     }
 }
 
-TEST_F(Http, callbacks_may_be_absent) {
+TEST_F(Http, CallbacksMayBeAbsent) {
     app.on_async_change = nullptr;
     app.http({"GET", server.url("/ok"), {}, {}, {}}, nullptr);
     EXPECT_TRUE(QTest::qWaitFor([this] { return server.requests() == 1; }, patience_ms));

@@ -57,7 +57,7 @@ bool is_running(const std::string& pid) {
 
 } // namespace
 
-TEST_F(Process, lines_and_exit_codes) {
+TEST_F(Process, LinesAndExitCodes) {
     struct Case {
         const char* what;
         std::vector<std::string> argv;
@@ -97,13 +97,13 @@ TEST_F(Process, lines_and_exit_codes) {
     }
 }
 
-TEST_F(Process, nothing_to_start_is_told_at_once) {
+TEST_F(Process, NothingToStartIsToldAtOnce) {
     start({});
     EXPECT_EQ(exits, std::vector<int>{-1});
     app.process({}, nullptr, nullptr);
 }
 
-TEST_F(Process, a_noisy_program_costs_one_notice_for_each_read) {
+TEST_F(Process, ANoisyProgramCostsOneNoticeForEachRead) {
     start(shell("seq 100000"));
     ASSERT_TRUE(wait_for_exit());
     ASSERT_EQ(lines.size(), 100000U);
@@ -113,14 +113,14 @@ TEST_F(Process, a_noisy_program_costs_one_notice_for_each_read) {
     EXPECT_LT(notices, 2000);
 }
 
-TEST_F(Process, handlers_may_be_absent) {
+TEST_F(Process, HandlersMayBeAbsent) {
     bool ended = false;
     app.process(shell("echo x; printf y"), nullptr, [&](int) { ended = true; });
     app.process(shell("echo x"), nullptr, nullptr);
     EXPECT_TRUE(QTest::qWaitFor([&] { return ended; }, patience_ms));
 }
 
-TEST_F(Process, a_handler_may_run_an_event_loop_until_the_program_is_gone) {
+TEST_F(Process, AHandlerMayRunAnEventLoopUntilTheProgramIsGone) {
     std::vector<std::string> order;
     app.process(
         shell("printf 'a\\nb\\nc\\n'; echo d; printf e"),
@@ -137,7 +137,7 @@ TEST_F(Process, a_handler_may_run_an_event_loop_until_the_program_is_gone) {
     EXPECT_EQ(order, (std::vector<std::string>{"a", "b", "c", "d", "e", "exit 0"}));
 }
 
-TEST_F(Process, a_program_running_at_quit_is_killed_and_nobody_hears_of_it) {
+TEST_F(Process, AProgramRunningAtQuitIsKilledAndNobodyHearsOfIt) {
     start(shell("echo $$; exec sleep 60"));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !lines.empty(); }, patience_ms));
     const std::string pid = lines.front();
@@ -151,7 +151,7 @@ TEST_F(Process, a_program_running_at_quit_is_killed_and_nobody_hears_of_it) {
     EXPECT_EQ(notices, notices_before);
 }
 
-TEST_F(Process, a_sibling_of_the_application_comes_before_the_search_path) {
+TEST_F(Process, ASiblingOfTheApplicationComesBeforeTheSearchPath) {
     const std::filesystem::path beside =
         QCoreApplication::applicationDirPath().toStdString() + std::string("/services-test-tool");
     const std::string name = "services-test-tool";

@@ -25,7 +25,7 @@ QAccessible::Role role_of(QWidget* widget) {
 
 } // namespace
 
-TEST(AccessibleBox, a_box_with_a_click_is_a_button_with_a_name_and_a_press) {
+TEST(AccessibleBox, ABoxWithAClickIsAButtonWithANameAndAPress) {
     VBoxWidget box;
     box.setObjectName(QStringLiteral("Save Button"));
     int clicks = 0;
@@ -47,7 +47,7 @@ TEST(AccessibleBox, a_box_with_a_click_is_a_button_with_a_name_and_a_press) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST(AccessibleBox, a_check_box_tells_its_state) {
+TEST(AccessibleBox, ACheckBoxTellsItsState) {
     VBoxWidget box;
     box.on_click = [&] { box.set_checked(!box.checked); };
     box.checkable = true;
@@ -59,7 +59,7 @@ TEST(AccessibleBox, a_check_box_tells_its_state) {
     EXPECT_TRUE(face->state().checked);
 }
 
-TEST(AccessibleBox, other_boxes_and_fields_are_themselves) {
+TEST(AccessibleBox, OtherBoxesAndFieldsAreThemselves) {
     VBoxWidget plain;
     EXPECT_NE(role_of(&plain), QAccessible::Button);
     EditorWidget editor;

@@ -13,7 +13,7 @@
 
 using namespace Corvel;
 
-TEST(Box, the_border_lies_within_and_the_fill_below_it) {
+TEST(Box, TheBorderLiesWithinAndTheFillBelowIt) {
     VBoxWidget box;
     box.resize(40, 10);
     box.set_style(styled([](NodeStyle& s) {
@@ -30,7 +30,7 @@ TEST(Box, the_border_lies_within_and_the_fill_below_it) {
     EXPECT_EQ(color_at(image, 3, 5), "#ffff0000");
 }
 
-TEST(Box, gradients_run_from_top_to_bottom) {
+TEST(Box, GradientsRunFromTopToBottom) {
     VBoxWidget box;
     box.resize(20, 101);
     box.set_style(styled([](NodeStyle& s) { s.fill = {"0:#000000,1:#ffffff", true}; }));
@@ -41,7 +41,7 @@ TEST(Box, gradients_run_from_top_to_bottom) {
     EXPECT_EQ(image.pixelColor(1, 50), image.pixelColor(18, 50));
 }
 
-TEST(Box, corners_and_opacity) {
+TEST(Box, CornersAndOpacity) {
     VBoxWidget box;
     box.resize(40, 40);
     box.set_style(styled([](NodeStyle& s) {
@@ -58,7 +58,7 @@ TEST(Box, corners_and_opacity) {
     EXPECT_EQ(color_at(picture_of(box), 20, 20), "#00000000");
 }
 
-TEST(Box, any_button_clicks_on_press) {
+TEST(Box, AnyButtonClicksOnPress) {
     VBoxWidget box;
     box.resize(40, 40);
     int clicks = 0;
@@ -71,7 +71,7 @@ TEST(Box, any_button_clicks_on_press) {
     EXPECT_EQ(clicks, 3);
 }
 
-TEST(Box, a_click_handler_may_replace_itself_or_end_the_box) {
+TEST(Box, AClickHandlerMayReplaceItselfOrEndTheBox) {
     auto* box = new VBoxWidget;
     QPointer<VBoxWidget> alive(box);
     const auto captured = std::make_shared<int>(1);
@@ -87,7 +87,7 @@ TEST(Box, a_click_handler_may_replace_itself_or_end_the_box) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return alive.isNull(); }));
 }
 
-TEST(Box, a_press_on_a_label_or_a_plain_box_reaches_the_button_beneath) {
+TEST(Box, APressOnALabelOrAPlainBoxReachesTheButtonBeneath) {
     VBoxWidget button;
     button.resize(100, 40);
     VBoxWidget plain(&button);
@@ -103,7 +103,7 @@ TEST(Box, a_press_on_a_label_or_a_plain_box_reaches_the_button_beneath) {
     EXPECT_EQ(clicks, 2);
 }
 
-TEST(Box, the_pointer_shows_which_edge_would_move) {
+TEST(Box, ThePointerShowsWhichEdgeWouldMove) {
     VBoxWidget box;
     box.resize(100, 60);
     box.window_resize = true;
@@ -130,7 +130,7 @@ TEST(Box, the_pointer_shows_which_edge_would_move) {
     EXPECT_EQ(box.cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST(Root, tells_each_width_and_a_change_of_state) {
+TEST(Root, TellsEachWidthAndAChangeOfState) {
     RootContainer root;
     std::vector<int> widths;
     std::vector<bool> states;

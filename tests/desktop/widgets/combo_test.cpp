@@ -31,7 +31,7 @@ SharedStyle combo_style() {
 
 } // namespace
 
-TEST(Combo, shows_the_selected_value_by_exact_case) {
+TEST(Combo, ShowsTheSelectedValueByExactCase) {
     ComboWidget box;
     apply_combo_style(&box, combo_style(), three, "B");
     EXPECT_EQ(box.combo->currentText().toStdString(), "Other Beta");
@@ -45,7 +45,7 @@ TEST(Combo, shows_the_selected_value_by_exact_case) {
     EXPECT_EQ(box.combo->currentIndex(), -1);
 }
 
-TEST(Combo, an_unchanged_list_is_not_rebuilt) {
+TEST(Combo, AnUnchangedListIsNotRebuilt) {
     ComboWidget box;
     apply_combo_style(&box, combo_style(), three, "a");
     QSignalSpy rebuilt(box.combo->model(), &QAbstractItemModel::rowsInserted);
@@ -59,7 +59,7 @@ TEST(Combo, an_unchanged_list_is_not_rebuilt) {
     EXPECT_EQ(box.combo->currentText().toStdString(), "Gamma");
 }
 
-TEST(Combo, only_the_user_s_choice_is_reported) {
+TEST(Combo, OnlyTheUserSChoiceIsReported) {
     ComboWidget box;
     std::vector<std::string> chosen;
     box.on_select = [&](const std::string& value) { chosen.push_back(value); };
@@ -71,7 +71,7 @@ TEST(Combo, only_the_user_s_choice_is_reported) {
     EXPECT_EQ(chosen, std::vector<std::string>{"b"});
 }
 
-TEST(Combo, a_press_on_the_box_opens_the_list) {
+TEST(Combo, APressOnTheBoxOpensTheList) {
     ComboWidget box;
     apply_combo_style(&box, combo_style(), three, "a");
     box.resize(200, 48);
@@ -83,7 +83,7 @@ TEST(Combo, a_press_on_the_box_opens_the_list) {
     box.combo->hidePopup();
 }
 
-TEST(Combo, the_control_leaves_room_for_the_chevron) {
+TEST(Combo, TheControlLeavesRoomForTheChevron) {
     ComboWidget box;
     apply_combo_style(&box, combo_style(), three, "a");
     box.resize(200, 48);
@@ -101,7 +101,7 @@ TEST(Combo, the_control_leaves_room_for_the_chevron) {
     EXPECT_EQ(box.minimumSizeHint(), QSize(0, box.sizeHint().height()));
 }
 
-TEST(Combo, the_wheel_scrolls_the_panel_and_selects_nothing) {
+TEST(Combo, TheWheelScrollsThePanelAndSelectsNothing) {
     QScrollArea area;
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);

@@ -56,7 +56,7 @@ protected:
 
 } // namespace
 
-TEST_F(Lines, the_style_reaches_the_control) {
+TEST_F(Lines, TheStyleReachesTheControl) {
     apply("text", false, true);
     EXPECT_FALSE(field.line_edit->isVisibleTo(&field));
     EXPECT_TRUE(edit().isVisibleTo(&field));
@@ -75,7 +75,7 @@ TEST_F(Lines, the_style_reaches_the_control) {
     EXPECT_EQ(field.sizeHint(), QSize(0, 3 * line + 16 + 8));
 }
 
-TEST_F(Lines, only_edits_are_reported) {
+TEST_F(Lines, OnlyEditsAreReported) {
     apply("a\r\nb\xC2\xA0"
           "c",
           false, true);
@@ -93,7 +93,7 @@ TEST_F(Lines, only_edits_are_reported) {
     EXPECT_EQ(reports, std::vector<std::string>{"pushed!"});
 }
 
-TEST_F(Lines, a_text_that_it_holds_already_moves_neither_caret_nor_view) {
+TEST_F(Lines, ATextThatItHoldsAlreadyMovesNeitherCaretNorView) {
     field.show();
     apply(numbered(0, 100), false, true);
     edit().moveCursor(QTextCursor::End);
@@ -111,7 +111,7 @@ TEST_F(Lines, a_text_that_it_holds_already_moves_neither_caret_nor_view) {
     EXPECT_EQ(reports.size(), 1U);
 }
 
-TEST_F(Lines, undo_survives_a_render_and_is_reported) {
+TEST_F(Lines, UndoSurvivesARenderAndIsReported) {
     apply("start", false, true);
     QTest::keyClicks(&edit(), QStringLiteral("ab"));
     apply("start");
@@ -120,7 +120,7 @@ TEST_F(Lines, undo_survives_a_render_and_is_reported) {
     EXPECT_EQ(reports.back(), "start");
 }
 
-TEST_F(Lines, a_log_shows_its_end_and_grows_by_appending) {
+TEST_F(Lines, ALogShowsItsEndAndGrowsByAppending) {
     field.show();
     apply(numbered(0, 100), true, true);
     EXPECT_TRUE(QTest::qWaitFor([&] { return at_end(); }, 2000));
@@ -141,7 +141,7 @@ TEST_F(Lines, a_log_shows_its_end_and_grows_by_appending) {
     EXPECT_TRUE(reports.empty());
 }
 
-TEST_F(Lines, a_log_filled_while_hidden_shows_its_end_later) {
+TEST_F(Lines, ALogFilledWhileHiddenShowsItsEndLater) {
     for (const int lines : {60, 20000}) {
         EditorWidget hidden;
         hidden.resize(300, 200);
@@ -159,7 +159,7 @@ TEST_F(Lines, a_log_filled_while_hidden_shows_its_end_later) {
     }
 }
 
-TEST_F(Lines, a_long_log_costs_what_is_new) {
+TEST_F(Lines, ALongLogCostsWhatIsNew) {
     field.show();
     apply("", true, true);
     std::string log;
@@ -173,13 +173,13 @@ TEST_F(Lines, a_long_log_costs_what_is_new) {
     EXPECT_EQ(text(), log);
 }
 
-TEST_F(Lines, line_ends_split_between_two_texts_stay_one) {
+TEST_F(Lines, LineEndsSplitBetweenTwoTextsStayOne) {
     apply("a\r", true, true);
     apply("a\r\nb", true);
     EXPECT_EQ(text(), "a\nb");
 }
 
-TEST_F(Lines, a_field_that_changes_its_kind_keeps_its_text) {
+TEST_F(Lines, AFieldThatChangesItsKindKeepsItsText) {
     apply_editor_style(&field, styled([](NodeStyle&) {}), "Hint", "first", true);
     QTest::keyClick(field.line_edit, Qt::Key_End);
     QTest::keyClicks(field.line_edit, QStringLiteral("!"));

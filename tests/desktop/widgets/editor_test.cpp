@@ -63,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_F(Field, typing_is_reported_and_survives_a_render_of_the_old_text) {
+TEST_F(Field, TypingIsReportedAndSurvivesARenderOfTheOldText) {
     show();
     apply(field_style(), "abc");
     EXPECT_EQ(text(), "abc");
@@ -82,7 +82,7 @@ TEST_F(Field, typing_is_reported_and_survives_a_render_of_the_old_text) {
     EXPECT_EQ(text(), "new");
 }
 
-TEST_F(Field, a_text_that_it_holds_already_moves_no_caret) {
+TEST_F(Field, ATextThatItHoldsAlreadyMovesNoCaret) {
     show();
     apply(field_style(), "old");
     field.line_edit->setFocus();
@@ -98,7 +98,7 @@ TEST_F(Field, a_text_that_it_holds_already_moves_no_caret) {
     EXPECT_EQ(reports.size(), 2U);
 }
 
-TEST_F(Field, an_emptied_field_comes_back_when_left) {
+TEST_F(Field, AnEmptiedFieldComesBackWhenLeft) {
     show();
     apply(field_style(), "kept");
     field.line_edit->setFocus();
@@ -118,7 +118,7 @@ TEST_F(Field, an_emptied_field_comes_back_when_left) {
     EXPECT_EQ(text(), "") << "nothing to bring back";
 }
 
-TEST_F(Field, a_muted_field_tells_and_restores_nothing) {
+TEST_F(Field, AMutedFieldTellsAndRestoresNothing) {
     show();
     apply(field_style(), "kept");
     field.line_edit->setFocus();
@@ -130,7 +130,7 @@ TEST_F(Field, a_muted_field_tells_and_restores_nothing) {
     EXPECT_TRUE(reports.empty());
 }
 
-TEST_F(Field, an_emptied_field_taken_out_of_the_window_while_muted_is_silent) {
+TEST_F(Field, AnEmptiedFieldTakenOutOfTheWindowWhileMutedIsSilent) {
     show();
     auto* doomed = new EditorWidget(&window);
     std::vector<std::string> heard;
@@ -147,7 +147,7 @@ TEST_F(Field, an_emptied_field_taken_out_of_the_window_while_muted_is_silent) {
     EXPECT_TRUE(heard.empty());
 }
 
-TEST_F(Field, a_report_may_end_the_field) {
+TEST_F(Field, AReportMayEndTheField) {
     auto* doomed = new EditorWidget;
     const QPointer<EditorWidget> alive(doomed);
     apply_editor_style(doomed, field_style(), "", "", true);
@@ -157,7 +157,7 @@ TEST_F(Field, a_report_may_end_the_field) {
     delete doomed;
 }
 
-TEST_F(Field, the_label_rises_with_focus_or_text_and_falls_without) {
+TEST_F(Field, TheLabelRisesWithFocusOrTextAndFallsWithout) {
     show();
     leave();
     EXPECT_EQ(field.label_progress, 0);
@@ -180,7 +180,7 @@ TEST_F(Field, the_label_rises_with_focus_or_text_and_falls_without) {
     EXPECT_EQ(field.label_progress, 1);
 }
 
-TEST_F(Field, label_and_text_never_meet) {
+TEST_F(Field, LabelAndTextNeverMeet) {
     for (const double size : {10.0, 12.0, 14.0, 16.0, 20.0, 28.0}) {
         apply(field_style(size), "text");
         field.setFixedHeight(field.sizeHint().height());
@@ -200,7 +200,7 @@ TEST_F(Field, label_and_text_never_meet) {
     }
 }
 
-TEST_F(Field, geometry_follows_the_font_and_the_insets) {
+TEST_F(Field, GeometryFollowsTheFontAndTheInsets) {
     field.setFixedSize(300, 60);
     show();
     QTest::qWait(1);
@@ -222,7 +222,7 @@ TEST_F(Field, geometry_follows_the_font_and_the_insets) {
     EXPECT_EQ(field.font_size, 14.0);
 }
 
-TEST_F(Field, a_prefix_icon_moves_the_text_aside) {
+TEST_F(Field, APrefixIconMovesTheTextAside) {
     TestSupport::TempDir dir;
     TestSupport::write_file(dir / "globe.svg",
                             R"(<svg xmlns="http://www.w3.org/2000/svg" width="24" height="24">)"
@@ -246,14 +246,14 @@ TEST_F(Field, a_prefix_icon_moves_the_text_aside) {
     EXPECT_EQ(field.line_edit->textMargins().left(), 4);
 }
 
-TEST_F(Field, a_press_on_the_box_gives_the_focus_to_the_text) {
+TEST_F(Field, APressOnTheBoxGivesTheFocusToTheText) {
     show();
     leave();
     QTest::mousePress(&field, Qt::LeftButton, {}, {2, 2});
     EXPECT_TRUE(field.line_edit->hasFocus());
 }
 
-TEST_F(Field, secret_and_read_only) {
+TEST_F(Field, SecretAndReadOnly) {
     SharedStyle style = field_style();
     style.edit().secret = true;
     apply(style, "pass");
@@ -268,7 +268,7 @@ TEST_F(Field, secret_and_read_only) {
     EXPECT_TRUE(reports.empty());
 }
 
-TEST_F(Field, a_very_long_text_is_kept_whole) {
+TEST_F(Field, AVeryLongTextIsKeptWhole) {
     const std::string text_in(100000, 'x');
     apply(field_style(), text_in);
     QTest::keyClick(field.line_edit, Qt::Key_End);

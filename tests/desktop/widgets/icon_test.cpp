@@ -38,7 +38,7 @@ protected:
 
 } // namespace
 
-TEST_F(Icon, takes_its_tint_and_another_source) {
+TEST_F(Icon, TakesItsTintAndAnotherSource) {
     IconWidget icon("full");
     icon.resize(20, 20);
     EXPECT_EQ(color_at(picture_of(icon), 10, 10), "#00000000") << "not rendered before its tint";
@@ -57,7 +57,7 @@ TEST_F(Icon, takes_its_tint_and_another_source) {
     EXPECT_TRUE(icon.testAttribute(Qt::WA_TransparentForMouseEvents));
 }
 
-TEST_F(Icon, fit_rotation_and_opacity) {
+TEST_F(Icon, FitRotationAndOpacity) {
     IconWidget icon("wide");
     icon.set_color("#ff0000");
     icon.resize(20, 20);
@@ -76,7 +76,7 @@ TEST_F(Icon, fit_rotation_and_opacity) {
     EXPECT_NEAR(picture_of(icon).pixelColor(10, 4).alpha(), 128, 1);
 }
 
-TEST_F(Icon, a_moving_icon_has_a_clock_only_while_it_is_shown_as_source) {
+TEST_F(Icon, AMovingIconHasAClockOnlyWhileItIsShownAsSource) {
     IconWidget icon("moving");
     ASSERT_TRUE(icon.frame_timer);
     EXPECT_EQ(icon.frame_timer->interval(), 16);
@@ -91,7 +91,7 @@ TEST_F(Icon, a_moving_icon_has_a_clock_only_while_it_is_shown_as_source) {
     EXPECT_TRUE(icon.findChildren<QTimer*>().isEmpty());
 }
 
-TEST_F(Icon, frames_follow_one_another_on_screen) {
+TEST_F(Icon, FramesFollowOneAnotherOnScreen) {
     TestSupport::write_file(
         dir / "quick.svg",
         square(R"(<rect id="a" width="24" height="24" fill="#000">)"

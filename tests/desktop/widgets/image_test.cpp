@@ -69,7 +69,7 @@ protected:
 
 } // namespace
 
-TEST_F(Image, covers_its_area_unless_told_to_stay_within) {
+TEST_F(Image, CoversItsAreaUnlessToldToStayWithin) {
     struct Case {
         const char* fit;
         const char* top_left;
@@ -88,7 +88,7 @@ TEST_F(Image, covers_its_area_unless_told_to_stay_within) {
     }
 }
 
-TEST_F(Image, a_source_that_cannot_be_shown_leaves_the_fill) {
+TEST_F(Image, ASourceThatCannotBeShownLeavesTheFill) {
     const auto image = widget(image_style(""), {20, 20});
     for (const char* bad :
          {"", "missing.png", "broken.png", "broken.svg", "/etc", "http://127.0.0.1:1/x.png"}) {
@@ -101,7 +101,7 @@ TEST_F(Image, a_source_that_cannot_be_shown_leaves_the_fill) {
     EXPECT_FALSE(image->loading);
 }
 
-TEST_F(Image, svg_takes_the_text_colour_and_follows_it) {
+TEST_F(Image, SvgTakesTheTextColourAndFollowsIt) {
     const auto image = widget(image_style("tinted.SVG"), {20, 20});
     EXPECT_EQ(color_at(picture_of(*image), 10, 10), "#ff808080");
     EXPECT_EQ(image->natural_size(), QSize(10, 10));
@@ -114,7 +114,7 @@ TEST_F(Image, svg_takes_the_text_colour_and_follows_it) {
     EXPECT_EQ(color_at(picture_of(*image), 2, 2), red);
 }
 
-TEST_F(Image, corners_and_opacity_hold_for_the_picture_too) {
+TEST_F(Image, CornersAndOpacityHoldForThePictureToo) {
     SharedStyle style = image_style("halves.png");
     style.edit().radius_top_left = 10;
     const auto image = widget(style, {40, 40});
@@ -124,7 +124,7 @@ TEST_F(Image, corners_and_opacity_hold_for_the_picture_too) {
     EXPECT_NEAR(shot.pixelColor(30, 30).alpha(), 192, 2) << "fill and picture, each at half";
 }
 
-TEST_F(Image, a_large_picture_is_reduced_by_averaging) {
+TEST_F(Image, ALargePictureIsReducedByAveraging) {
     QImage stripes(400, 400, QImage::Format_RGB32);
     for (int x = 0; x < 400; ++x)
         QPainter(&stripes).fillRect(x, 0, 1, 400, x % 2 ? Qt::white : Qt::black);
@@ -152,7 +152,7 @@ protected:
 
 } // namespace
 
-TEST_F(RemoteImage, is_fetched_once_and_then_taken_from_memory) {
+TEST_F(RemoteImage, IsFetchedOnceAndThenTakenFromMemory) {
     const std::string url = server.url("/once.png");
     auto image = widget(image_style(url), {20, 20});
     EXPECT_TRUE(image->loading);
@@ -165,7 +165,7 @@ TEST_F(RemoteImage, is_fetched_once_and_then_taken_from_memory) {
     EXPECT_EQ(server.requests(), 1);
 }
 
-TEST_F(RemoteImage, two_widgets_during_one_load_fetch_twice) {
+TEST_F(RemoteImage, TwoWidgetsDuringOneLoadFetchTwice) {
     const std::string url = server.url("/slow-twice.png");
     const auto one = widget(image_style(url), {20, 20});
     const auto two = widget(image_style(url), {20, 20});
@@ -174,7 +174,7 @@ TEST_F(RemoteImage, two_widgets_during_one_load_fetch_twice) {
     EXPECT_EQ(server.requests(), 2);
 }
 
-TEST_F(RemoteImage, a_late_reply_does_not_replace_a_newer_source) {
+TEST_F(RemoteImage, ALateReplyDoesNotReplaceANewerSource) {
     const std::string url = server.url("/slow-late.png");
     const auto image = widget(image_style(url), {20, 20});
     image->set_source("tinted.SVG");
@@ -186,7 +186,7 @@ TEST_F(RemoteImage, a_late_reply_does_not_replace_a_newer_source) {
     EXPECT_EQ(color_at(picture_of(*image), 2, 2), red);
 }
 
-TEST_F(RemoteImage, failures_leave_the_fill_and_are_tried_again) {
+TEST_F(RemoteImage, FailuresLeaveTheFillAndAreTriedAgain) {
     for (const char* path : {"/404.png", "/text.png"}) {
         const auto image = widget(image_style(server.url(path)), {20, 20});
         ASSERT_TRUE(QTest::qWaitFor([&] { return !image->loading; }, patience_ms));
@@ -196,7 +196,7 @@ TEST_F(RemoteImage, failures_leave_the_fill_and_are_tried_again) {
     }
 }
 
-TEST_F(RemoteImage, a_reply_to_a_widget_that_is_gone_does_no_harm) {
+TEST_F(RemoteImage, AReplyToAWidgetThatIsGoneDoesNoHarm) {
     widget(image_style(server.url("/slow-gone.png")), {20, 20}).reset();
     QTest::qWait(120);
     EXPECT_EQ(server.requests(), 1);

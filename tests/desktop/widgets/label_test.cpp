@@ -23,7 +23,7 @@ std::unique_ptr<WrapLabel> label_of(const std::string& text,
 
 } // namespace
 
-TEST(Label, font_and_colour_come_from_the_style) {
+TEST(Label, FontAndColourComeFromTheStyle) {
     const auto plain = label_of("x", [](NodeStyle&) {});
     EXPECT_EQ(plain->font().pixelSize(), 28);
     EXPECT_EQ(plain->font().weight(), 400);
@@ -48,14 +48,14 @@ TEST(Label, font_and_colour_come_from_the_style) {
     EXPECT_EQ(set->styleSheet().toStdString(), "background: transparent;");
 }
 
-TEST(Label, names_are_not_markup) {
+TEST(Label, NamesAreNotMarkup) {
     const std::string text = "use <kbd>x</kbd> & <b>y";
     const auto label = label_of(text, [](NodeStyle&) {});
     EXPECT_EQ(label->text().toStdString(), text);
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
 }
 
-TEST(Label, a_wrapping_label_fits_on_one_line_at_its_own_hint) {
+TEST(Label, AWrappingLabelFitsOnOneLineAtItsOwnHint) {
     for (const char* text : {"Title", "A longer line, with commas; and more", "WWWWiiii",
                              "Projektgrößenübersicht", "a", "AVAVAV To. Ty"}) {
         for (int px = 9; px < 35; ++px) {
@@ -67,7 +67,7 @@ TEST(Label, a_wrapping_label_fits_on_one_line_at_its_own_hint) {
     }
 }
 
-TEST(Label, a_long_text_takes_the_width_it_is_given_and_its_height) {
+TEST(Label, ALongTextTakesTheWidthItIsGivenAndItsHeight) {
     QWidget window;
     auto* column = new QVBoxLayout(&window);
     column->setContentsMargins(0, 0, 0, 0);

@@ -31,7 +31,7 @@ NodeStyle style_with(double size = 0) {
 
 } // namespace
 
-TEST(Markdown, code_and_links_have_the_style_s_colours) {
+TEST(Markdown, CodeAndLinksHaveTheStyleSColours) {
     MarkdownWidget markdown;
     apply_markdown_style(&markdown, style_with());
     markdown.set_source_text("# Head\n\nplain `code` and [link](https://example.org) and "
@@ -50,7 +50,7 @@ TEST(Markdown, code_and_links_have_the_style_s_colours) {
     EXPECT_EQ(format_of(markdown, "code").background().color(), QColor("#2f3136"));
 }
 
-TEST(Markdown, the_font_size_reaches_the_text_and_scales_headings) {
+TEST(Markdown, TheFontSizeReachesTheTextAndScalesHeadings) {
     MarkdownWidget markdown;
     markdown.resize(400, 10);
     markdown.set_source_text("# Head\n\nplain");
@@ -62,7 +62,7 @@ TEST(Markdown, the_font_size_reaches_the_text_and_scales_headings) {
     EXPECT_LT(markdown.height(), tall);
 }
 
-TEST(Markdown, is_as_high_as_its_text_at_every_width) {
+TEST(Markdown, IsAsHighAsItsTextAtEveryWidth) {
     QWidget window;
     auto* column = new QVBoxLayout(&window);
     auto* markdown = new MarkdownWidget;
@@ -88,7 +88,7 @@ TEST(Markdown, is_as_high_as_its_text_at_every_width) {
     EXPECT_LT(markdown->height(), last / 4);
 }
 
-TEST(Markdown, the_wheel_scrolls_what_surrounds_it) {
+TEST(Markdown, TheWheelScrollsWhatSurroundsIt) {
     QScrollArea area;
     auto* markdown = new MarkdownWidget;
     std::string text;
@@ -104,7 +104,7 @@ TEST(Markdown, the_wheel_scrolls_what_surrounds_it) {
     EXPECT_GT(area.verticalScrollBar()->value(), 0);
 }
 
-TEST(Markdown, a_link_to_a_file_leaves_the_text_alone) {
+TEST(Markdown, ALinkToAFileLeavesTheTextAlone) {
     MarkdownWidget markdown;
     markdown.set_source_text("read [this](/etc/hostname) or [that](other.md)");
     const QString before = markdown.toPlainText();

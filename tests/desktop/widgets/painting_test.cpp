@@ -9,7 +9,7 @@
 
 using namespace Corvel;
 
-TEST(Painting, gradient_stops_keep_their_order_and_skip_what_is_no_stop) {
+TEST(Painting, GradientStopsKeepTheirOrderAndSkipWhatIsNoStop) {
     struct Case {
         const char* text;
         std::vector<std::pair<double, const char*>> stops; ///< no colour: unreadable
@@ -36,7 +36,7 @@ TEST(Painting, gradient_stops_keep_their_order_and_skip_what_is_no_stop) {
     }
 }
 
-TEST(Painting, brushes) {
+TEST(Painting, Brushes) {
     const QRectF area(10, 20, 30, 40);
     EXPECT_EQ(fill_brush(area, {"", false}).style(), Qt::NoBrush);
     EXPECT_EQ(fill_brush(area, {"no colour", false}).style(), Qt::NoBrush);
@@ -50,7 +50,7 @@ TEST(Painting, brushes) {
     EXPECT_EQ(gradient->finalStop(), area.bottomLeft());
 }
 
-TEST(Painting, each_corner_has_its_own_radius) {
+TEST(Painting, EachCornerHasItsOwnRadius) {
     NodeStyle style;
     style.radius_top_left = 10;
     style.radius_bottom_right = 20;
@@ -65,7 +65,7 @@ TEST(Painting, each_corner_has_its_own_radius) {
     EXPECT_TRUE(path.contains(QPointF(92, 52)));
 }
 
-TEST(Painting, pictures_are_fitted_and_centred) {
+TEST(Painting, PicturesAreFittedAndCentred) {
     const QRectF area(0, 0, 100, 50);
     EXPECT_EQ(fit_rect(area, QSize(10, 10), true), QRectF(25, 0, 50, 50));
     EXPECT_EQ(fit_rect(area, QSize(10, 10), false), QRectF(0, -25, 100, 100));
@@ -73,7 +73,7 @@ TEST(Painting, pictures_are_fitted_and_centred) {
     EXPECT_EQ(fit_rect(area, QSize(400, 100), false), QRectF(-50, 0, 200, 50));
 }
 
-TEST(Painting, web_addresses) {
+TEST(Painting, WebAddresses) {
     EXPECT_TRUE(is_web_url("http://x"));
     EXPECT_TRUE(is_web_url("https://x"));
     for (const char* text : {"", "http:/x", "HTTP://x", "ftp://x", "/http://x", "file:///x"})

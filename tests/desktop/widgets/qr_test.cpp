@@ -33,7 +33,7 @@ std::string square_corners(const QImage& image, int col, int row) {
 
 } // namespace
 
-TEST(Qr, corners_are_round_where_no_neighbour_touches_them) {
+TEST(Qr, CornersAreRoundWhereNoNeighbourTouchesThem) {
     const auto lone = with_modules({"   ", " # ", "   "});
     EXPECT_EQ(square_corners(picture_of(*lone), 1, 1), "- - - -");
     const auto cross = with_modules({" # ", "###", " # "});
@@ -46,7 +46,7 @@ TEST(Qr, corners_are_round_where_no_neighbour_touches_them) {
     EXPECT_EQ(square_corners(picture_of(*diagonal), 1, 1), "- - - -");
 }
 
-TEST(Qr, the_code_is_centred_within_the_padding_in_the_style_s_colours) {
+TEST(Qr, TheCodeIsCentredWithinThePaddingInTheStyleSColours) {
     const auto qr = with_modules({"##", "##"});
     qr->resize(100, 60);
     qr->set_style(styled([](NodeStyle& s) {
@@ -68,7 +68,7 @@ TEST(Qr, the_code_is_centred_within_the_padding_in_the_style_s_colours) {
     EXPECT_EQ(color_at(picture_of(*qr), 50, 30), "#ff000000");
 }
 
-TEST(Qr, encodes_what_fits) {
+TEST(Qr, EncodesWhatFits) {
     QrWidget qr;
     qr.set_data("hello");
     EXPECT_EQ(qr.size, 21);

@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(Sizing, plain_widgets) {
+TEST_F(Sizing, PlainWidgets) {
     QWidget widget;
     apply_fixed_size(&widget, sized(40.9, 0));
     EXPECT_EQ(limits_of(widget), "40 x free");
@@ -62,7 +62,7 @@ TEST_F(Sizing, plain_widgets) {
     EXPECT_EQ(widget.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
 }
 
-TEST_F(Sizing, icons_keep_their_proportions) {
+TEST_F(Sizing, IconsKeepTheirProportions) {
     IconWidget icon("wide");
     apply_icon_size(&icon, sized(30, 0));
     EXPECT_EQ(limits_of(icon), "30 x free") << "nothing rendered yet, so no proportions";
@@ -77,7 +77,7 @@ TEST_F(Sizing, icons_keep_their_proportions) {
     }
 }
 
-TEST_F(Sizing, media_by_aspect_ratio_by_nature_or_as_given) {
+TEST_F(Sizing, MediaByAspectRatioByNatureOrAsGiven) {
     NodeStyle source;
     source.effective_source = "wide.svg";
     ImageWidget image(source);

@@ -40,7 +40,7 @@ bool is_red(const QColor& color) {
 
 } // namespace
 
-TEST_F(Video, plays_in_a_loop_while_it_is_the_active_one) {
+TEST_F(Video, PlaysInALoopWhileItIsTheActiveOne) {
     VideoWidget video(clip_style([](NodeStyle& s) { s.loop = true; }));
     video.resize(60, 60);
     EXPECT_FALSE(video.player) << "nothing of the back end before it plays";
@@ -74,7 +74,7 @@ TEST_F(Video, plays_in_a_loop_while_it_is_the_active_one) {
     EXPECT_TRUE(video.frame.isNull());
 }
 
-TEST_F(Video, a_press_toggles_playing_only_with_controls) {
+TEST_F(Video, APressTogglesPlayingOnlyWithControls) {
     VideoWidget video(clip_style([](NodeStyle& s) {
         s.autoplay = false;
         s.loop = true;
@@ -93,7 +93,7 @@ TEST_F(Video, a_press_toggles_playing_only_with_controls) {
     EXPECT_EQ(video.player->playbackState(), QMediaPlayer::PausedState);
 }
 
-TEST_F(Video, a_source_that_cannot_be_played_stops) {
+TEST_F(Video, ASourceThatCannotBePlayedStops) {
     for (const char* source : {"missing.webm", "/etc/hostname", ""}) {
         VideoWidget video(clip_style([&](NodeStyle& s) { s.effective_source = source; }));
         video.resize(20, 20);
@@ -108,7 +108,7 @@ TEST_F(Video, a_source_that_cannot_be_played_stops) {
     }
 }
 
-TEST_F(Video, the_one_nearest_to_the_middle_of_its_viewport_is_active) {
+TEST_F(Video, TheOneNearestToTheMiddleOfItsViewportIsActive) {
     QScrollArea area;
     auto* content = new QWidget;
     content->resize(200, 1000);
@@ -148,4 +148,6 @@ TEST_F(Video, the_one_nearest_to_the_middle_of_its_viewport_is_active) {
 
 // The sound library keeps its attempt at a connection where no sound server runs.
 extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libpulse\n"; }
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libpulse\n";
+}
