@@ -96,14 +96,6 @@ void inherit_attribute(LLayer& derived, const LAttribute& base_attribute) {
     inherit_variants(*own, base_attribute);
 }
 
-std::vector<LLayer*> child_layers(const LLayer& layer) {
-    std::vector<LLayer*> layers;
-    for (const std::unique_ptr<LObject>& child : layer.children())
-        if (LLayer* const child_layer = child->as_layer())
-            layers.push_back(child_layer);
-    return layers;
-}
-
 LLayer* find_namesake(const LLayer& layer, const LLayer& other) {
     return Records::find_layer(layer, Records::name(other));
 }
@@ -121,7 +113,7 @@ bool starts_like(const std::vector<LLayer*>& layers, const std::vector<LLayer*>&
 void order_like_base(LLayer& derived, const std::vector<LLayer*>& base_layers) {
     if (base_layers.empty())
         return;
-    const std::vector<LLayer*> before = child_layers(derived);
+    const std::vector<LLayer*>& before = Records::child_layers(derived);
     if (starts_like(before, base_layers))
         return;
     std::vector<LLayer*> after;
@@ -151,7 +143,7 @@ Merge begin_merge(LLayer& derived, const LLayer& base) {
     for (std::size_t i = 0; i < count; ++i)
         if (const LAttribute* const attribute = base.children()[i]->as_attribute())
             inherit_attribute(derived, *attribute);
-    return {&derived, child_layers(base)};
+    return {&derived, Records::child_layers(base)};
 }
 
 void merge_base(LLayer& derived, const LLayer& base) {
@@ -178,14 +170,6 @@ struct Linking {
     std::size_t next_child = 0;
 };
 
-LLayer* next_child_layer(Linking& linking) {
-    const auto& children = linking.layer->children();
-    while (linking.next_child < children.size())
-        if (LLayer* const child = children[linking.next_child++]->as_layer())
-            return child;
-    return nullptr;
-}
-
 class LinkWalk {
 public:
     void run(LLayer& layer) {
@@ -208,8 +192,8 @@ private:
         if (!linking.base_done) {
             linking.base_done = true;
             begin_base(layer);
-        } else if (LLayer* const child = next_child_layer(linking)) {
-            begin(*child);
+        } else if (linking.next_child < Records::child_layers(layer).size()) {
+            begin(*Records::child_layers(layer)[linking.next_child++]);
         } else {
             open_.pop_back();
             if (layer.base() != nullptr)

@@ -113,6 +113,12 @@ LLayer* Records::find_layer(const LObject& parent, const SharedName& name) {
     return found != nullptr ? found->as_layer() : nullptr;
 }
 
+const std::vector<LLayer*>& Records::child_layers(const LObject& parent) {
+    static const std::vector<LLayer*> none;
+    const ChildList* const children = object(parent).children.get();
+    return children != nullptr ? children->layers : none;
+}
+
 void Records::reserve_children(LObject& parent, std::size_t count) {
     if (count == 0)
         return;
@@ -126,6 +132,8 @@ LObject* LObject::add_child(std::unique_ptr<LObject> child) {
     added->object_->parent = this;
     ChildList& children = child_list(*this);
     children.index.add(child_key(*added));
+    if (LLayer* const layer = added->as_layer())
+        children.layers.push_back(layer);
     children.objects.push_back(std::move(child));
     ++object_->version;
     note_shape_change();
@@ -140,7 +148,8 @@ void Records::reindex(LObject& parent) {
 }
 
 void Records::reorder_layers(LLayer& parent, const std::vector<LLayer*>& layers) {
-    std::vector<std::unique_ptr<LObject>>& objects = child_list(parent).objects;
+    ChildList& children = child_list(parent);
+    std::vector<std::unique_ptr<LObject>>& objects = children.objects;
     std::size_t next = 0;
     for (std::unique_ptr<LObject>& place : objects)
         if (place->as_layer() != nullptr)
@@ -148,6 +157,7 @@ void Records::reorder_layers(LLayer& parent, const std::vector<LLayer*>& layers)
     for (std::unique_ptr<LObject>& place : objects)
         if (place == nullptr)
             place.reset(layers[next++]);
+    children.layers = layers;
     reindex(parent);
     note_shape_change();
 }

@@ -38,7 +38,8 @@ inline void note_shape_change() {
 
 struct ChildList : Pooled<ChildList> {
     std::vector<std::unique_ptr<LObject>> objects;
-    NameIndex index; ///< of the objects, by name and kind
+    NameIndex index;             ///< of the objects, by name and kind
+    std::vector<LLayer*> layers; ///< those among the objects, in order
 };
 
 struct LObject::Implementation : Pooled<LObject::Implementation> {
@@ -115,6 +116,8 @@ struct Records {
     static LLayer* find_layer(const LObject& parent, std::string_view name, std::uint32_t hash);
     static LAttribute* find_attribute(const LObject& parent, const SharedName& name);
     static LLayer* find_layer(const LObject& parent, const SharedName& name);
+
+    static const std::vector<LLayer*>& child_layers(const LObject& parent);
 
     /// Makes room for children to come.
     static void reserve_children(LObject& parent, std::size_t count);

@@ -1,6 +1,6 @@
 #include "layers/tree_paths.h"
 
-#include <memory>
+#include "layers/object_records.h"
 
 namespace Layers {
 
@@ -46,10 +46,8 @@ std::string full_path(const LObject& object) {
 }
 
 void push_child_layers(std::vector<LLayer*>& stack, const LLayer& layer) {
-    const std::vector<std::unique_ptr<LObject>>& children = layer.children();
-    for (auto child = children.rbegin(); child != children.rend(); ++child)
-        if (LLayer* const child_layer = (*child)->as_layer())
-            stack.push_back(child_layer);
+    const std::vector<LLayer*>& layers = Records::child_layers(layer);
+    stack.insert(stack.end(), layers.rbegin(), layers.rend());
 }
 
 } // namespace Layers
