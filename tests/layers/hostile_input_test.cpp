@@ -90,6 +90,17 @@ TEST(HostileInput, ExpansionsThatStandForTooManyNames) {
     EXPECT_EQ(log.take(), (std::vector<std::string>{left_out, left_out}));
 }
 
+TEST(HostileInput, LayersThatDoubleByInheritance) {
+    LogCapture log;
+    std::string text = "L0:\n  x: 1\n";
+    for (int i = 1; i < 40; ++i)
+        text += "L" + std::to_string(i) + ":\n  (a, b) << L" + std::to_string(i - 1) + "\n";
+    StyleTree tree(text);
+    EXPECT_EQ(log.take(),
+              std::vector<std::string>{"engine: Left out inherited layers; there are too many."});
+    EXPECT_EQ(tree.value("L8/a/b/a/b/a/b/a/b/x"), "1");
+}
+
 const std::string sample = R"(// A sample with every construct.
 Theme:
   Primary: "#112233"

@@ -60,6 +60,7 @@ private:
 
 void resolve_bases(LLayer& layer) {
     ++tree_revisions.load;
+    tree_revisions.copies = 0;
     BaseResolver resolver;
     std::vector<LLayer*> pending{&layer};
     while (!pending.empty()) {

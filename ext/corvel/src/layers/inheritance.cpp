@@ -1,4 +1,5 @@
 #include "layers/linker.h"
+#include "layers/log.h"
 #include "layers/object_records.h"
 #include "layers/tree_paths.h"
 
@@ -9,6 +10,16 @@
 
 namespace Layers {
 namespace {
+
+// Layers that hold each other's copies double with every step. Far beyond what any interface has,
+// copying stops.
+constexpr std::size_t copies_per_load = 500'000;
+
+bool may_copy_layer() {
+    if (tree_revisions.copies == copies_per_load)
+        log_line("engine: Left out inherited layers; there are too many.");
+    return tree_revisions.copies++ < copies_per_load;
+}
 
 void copy_link(LAttribute& to, const LAttribute& from) {
     if (!from.has_link())
@@ -50,6 +61,8 @@ std::unique_ptr<LLayer> clone_layer(LLayer& layer) {
         pending.pop_back();
         for (const std::unique_ptr<LObject>& child : original->children()) {
             if (LLayer* const inner = child->as_layer()) {
+                if (!may_copy_layer())
+                    continue;
                 LObject* const added = clone->add_child(clone_alone(*inner));
                 pending.push_back({inner, added->as_layer()});
             } else if (const LAttribute* const attribute = child->as_attribute()) {
@@ -123,7 +136,8 @@ void order_like_base(LLayer& derived, const std::vector<LLayer*>& base_layers) {
             after.push_back(layer);
     };
     for (const LLayer* const base_layer : base_layers)
-        place(find_namesake(derived, *base_layer));
+        if (LLayer* const namesake = find_namesake(derived, *base_layer))
+            place(namesake);
     for (LLayer* const layer : before)
         place(layer);
     Records::reorder_layers(derived, after);
@@ -158,7 +172,7 @@ void merge_base(LLayer& derived, const LLayer& base) {
         LLayer& base_layer = *merge.base_layers[merge.next++];
         if (LLayer* const own = find_namesake(*merge.derived, base_layer))
             open.push_back(begin_merge(*own, base_layer));
-        else
+        else if (may_copy_layer())
             merge.derived->add_child(clone_layer(base_layer));
     }
 }

@@ -24,6 +24,7 @@ struct TreeRevisions {
     std::uint64_t shape = 1;
     std::uint32_t load = 1; ///< counts the loads whose layers are being linked
     std::uint32_t pour = 0; ///< counts the files poured
+    std::size_t copies = 0; ///< layers copied by inheritance in this load
 };
 inline TreeRevisions tree_revisions;
 
