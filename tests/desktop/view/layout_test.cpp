@@ -44,7 +44,7 @@ TEST_F(ViewLayout, ChildrenStandAsDirectionAlignAndJustifySay) {
     show(box("App"));
     for (const auto& [direction, align, justify, first, second] : cases) {
         SCOPED_TRACE(std::string(direction) + "/" + align + "/" + justify);
-        const auto style = [&](NodeStyle& s) {
+        const auto style = [direction = direction, align = align, justify = justify](NodeStyle& s) {
             s.layout_direction = direction;
             s.layout_align = align;
             s.layout_justify = justify;
