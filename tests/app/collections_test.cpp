@@ -115,9 +115,10 @@ TEST_F(Collections, SocialCards) {
     write_file(ui.dir / "images/i.svg", "<svg/>");
     open(R"({"socials": [{"label": "Mail", "username": "me", "url": "mailto:x", "external": true,
              "icon": "/images/i.svg"}, {"username": "solo", "url": ""},
-             {"label": "Same", "username": "Same", "external": "true"}]})",
+             {"label": "Same", "username": "Same", "external": "true"},
+             {"label": "Last", "external": true}]})",
          "Socials");
-    EXPECT_EQ(ui.rows(SOCIAL_CARDS), (Names{"social-0", "social-1", "social-2"}));
+    EXPECT_EQ(ui.rows(SOCIAL_CARDS), (Names{"social-0", "social-1", "social-2", "social-3"}));
     EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-0").substr(0, 7), "Mail|me");
     EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-1"), "solo|solo");
     EXPECT_EQ(ui.reading(SOCIAL_CARDS + "/social-2"), "Same");
@@ -134,7 +135,8 @@ TEST_F(Collections, SocialCards) {
     remove_and_expect(SOCIAL_CARDS + "/social-0",
                       "Remove Social Link: Remove 'Mail' from this site? [Remove]");
     ui.confirm();
-    EXPECT_FALSE(external("social-0")); // the mark belonged to the row that is gone
+    EXPECT_FALSE(external("social-0")); // the mark goes with its link, not with the position
+    EXPECT_TRUE(external("social-2"));
 }
 
 TEST_F(Collections, AddSocial) {

@@ -176,6 +176,27 @@ TEST_F(WebsitePanel, ALogoThatIsGoneIsNotShown) {
     EXPECT_TRUE(requests.empty());
 }
 
+TEST_F(WebsitePanel, ImageFaultsAreSilent) {
+    write_file(ui.dir / "l.svg", "<svg/>");
+    open(R"({"title": "T"})");
+    write_file(file.parent_path() / "images", "a file in the folder's place");
+    const std::string before = read_file(file);
+    pick(LOGO_BROWSE, (ui.dir / "l.svg").string());
+    pick(FAVICON_BROWSE, (ui.dir / "l.svg").string());
+    EXPECT_EQ(saved(), before);
+    EXPECT_EQ(ui.take_message(), "");
+    EXPECT_FALSE(ui.shown(LOGO_IMAGE));
+    EXPECT_FALSE(ui.shown(HINT));
+
+    std::filesystem::remove(file.parent_path() / "images");
+    pick(LOGO_BROWSE, (ui.dir / "l.svg").string());
+    EXPECT_TRUE(ui.shown(DESKTOP + "/Logo"));
+    std::filesystem::remove(image("l.svg")); // while it is shown
+    ui.type(LOGO_HEIGHT, "10");
+    EXPECT_FALSE(ui.shown(DESKTOP + "/Logo"));
+    EXPECT_EQ(ui.text(DESKTOP + "/Text"), "—");
+}
+
 TEST_F(WebsitePanel, FaviconsFromAnImage) {
     open(R"({"branding": {"favicon_background": "#112233"}})");
     EXPECT_FALSE(ui.shown(FAVICONS + "/Preview Row"));
