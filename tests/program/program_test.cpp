@@ -34,7 +34,9 @@ Outcome run_program(const TempDir& home, const Environment& environment,
     const Environment fixed{{"HOME", home.path().string()},
                             {"XDG_CONFIG_HOME", (home / "config").string()},
                             {"XDG_RUNTIME_DIR", home.path().string()},
-                            {"QT_QPA_PLATFORM", "offscreen"}};
+                            {"QT_QPA_PLATFORM", "offscreen"},
+                            {"LSAN_OPTIONS", "print_suppressions=0:suppressions=" SOURCE_ROOT
+                                             "/tests/support/leaks.supp"}};
     for (const Environment& variables : {fixed, environment})
         for (const auto& [name, value] : variables)
             command += " " + name + "=" + quoted(value);
