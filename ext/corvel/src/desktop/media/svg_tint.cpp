@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <algorithm>
+#include <array>
 
 namespace Corvel {
 
@@ -15,22 +16,6 @@ namespace {
 const QRegularExpression& exclude_comment() {
     static const QRegularExpression pattern(
         QStringLiteral(R"re(<!--\s*exclude\s*=\s*"([^"]+)"\s*-->)re"));
-    return pattern;
-}
-
-const QRegularExpression& shape_tag() {
-    static const QRegularExpression pattern(
-        QStringLiteral(R"re(<(path|circle|rect|ellipse)\b[^>]*>)re"));
-    return pattern;
-}
-
-const QRegularExpression& id_attribute() {
-    static const QRegularExpression pattern(QStringLiteral(R"re(id\s*=\s*"([^"]*)")re"));
-    return pattern;
-}
-
-const QRegularExpression& fill_attribute() {
-    static const QRegularExpression pattern(QStringLiteral(R"re(fill\s*=\s*"([^"]*)")re"));
     return pattern;
 }
 
@@ -82,11 +67,66 @@ QSet<QString> excluded_ids(const QString& text) {
     return ids;
 }
 
+bool is_word_char(QChar c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
+           c == u'_';
+}
+
+bool is_blank(QChar c) {
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+// Shape tags and their attributes are looked for in every frame of an animated image, so these
+// three scan by hand.
+
+/// <(path|circle|rect|ellipse)\b[^>]*> from `from` on; null without a match.
+QStringView next_shape_tag(QStringView text, qsizetype from) {
+    constexpr std::array<QStringView, 4> shapes = {u"path", u"circle", u"rect", u"ellipse"};
+    for (qsizetype at = text.indexOf(u'<', from); at >= 0; at = text.indexOf(u'<', at + 1)) {
+        const QStringView name = text.sliced(at + 1);
+        for (const QStringView shape : shapes) {
+            if (!name.startsWith(shape) ||
+                (name.size() > shape.size() && is_word_char(name[shape.size()])))
+                continue;
+            const qsizetype end = name.indexOf(u'>', shape.size());
+            return end < 0 ? QStringView() : text.sliced(at, end + 2);
+        }
+    }
+    return {};
+}
+
+/// An attribute as it stands in a tag.
+struct FoundAttribute {
+    qsizetype start = -1; ///< of its name; -1 if there is none
+    qsizetype end = 0;    ///< past the closing quote
+    QStringView value;
+};
+
+/// name\s*=\s*"([^"]*)"; like the pattern, it also finds the name at the end of a longer one.
+FoundAttribute find_attribute(QStringView tag, QStringView name) {
+    const auto skip_blanks = [tag](qsizetype at) {
+        while (at < tag.size() && is_blank(tag[at]))
+            ++at;
+        return at;
+    };
+    for (qsizetype start = tag.indexOf(name); start >= 0; start = tag.indexOf(name, start + 1)) {
+        qsizetype at = skip_blanks(start + name.size());
+        if (at == tag.size() || tag[at] != u'=')
+            continue;
+        at = skip_blanks(at + 1);
+        if (at == tag.size() || tag[at] != u'"')
+            continue;
+        const qsizetype close = tag.indexOf(u'"', at + 1);
+        if (close >= 0)
+            return {start, close + 1, tag.sliced(at + 1, close - at - 1)};
+    }
+    return {};
+}
+
 /// Writes the shape tag to `out` as it is to be, or notes the gradient that fills it.
 void append_shape(QString& out, QStringView tag, const QSet<QString>& excluded,
                   QSet<QString>& gradients, const QString& tint) {
-    const auto id = id_attribute().match(tag);
-    const QStringView name = id.capturedView(1);
+    const QStringView name = find_attribute(tag, u"id").value;
     if (name.isEmpty() || (!excluded.isEmpty() && excluded.contains(name.toString()))) {
         out += tag;
         return;
@@ -99,14 +139,14 @@ void append_shape(QString& out, QStringView tag, const QSet<QString>& excluded,
             return;
         }
     }
-    const auto fill = fill_attribute().match(tag);
-    if (!fill.hasMatch() || fill.capturedView(1) == QLatin1String("none")) {
+    const FoundAttribute fill = find_attribute(tag, u"fill");
+    if (fill.start < 0 || fill.value == QLatin1String("none")) {
         out += tag;
         return;
     }
-    out += tag.first(fill.capturedStart());
+    out += tag.first(fill.start);
     out += QLatin1String("fill=\"") + tint + QLatin1Char('"');
-    out += tag.sliced(fill.capturedEnd());
+    out += tag.sliced(fill.end);
 }
 
 QString tinted_stops(QString element, const QString& tint) {
@@ -202,18 +242,19 @@ QByteArray recolor_svg(const QString& text, const std::string& tint) {
         return text.toUtf8();
     const QString color = QString::fromStdString(tint);
     const QSet<QString> excluded = excluded_ids(text);
-    const QStringView subject = QStringView(text).first(text.lastIndexOf(QLatin1Char('>')) + 1);
     QSet<QString> gradients;
     QString out;
     out.reserve(text.size() + 64);
     qsizetype copied = 0;
-    for (auto matches = shape_tag().globalMatch(subject); matches.hasNext();) {
-        const auto match = matches.next();
-        out += QStringView(text).sliced(copied, match.capturedStart() - copied);
-        append_shape(out, match.capturedView(), excluded, gradients, color);
-        copied = match.capturedEnd();
+    const QStringView source = text;
+    for (QStringView tag = next_shape_tag(source, 0); !tag.isNull();
+         tag = next_shape_tag(source, copied)) {
+        const qsizetype start = tag.data() - source.data();
+        out += source.sliced(copied, start - copied);
+        append_shape(out, tag, excluded, gradients, color);
+        copied = start + tag.size();
     }
-    out += QStringView(text).sliced(copied);
+    out += source.sliced(copied);
     if (!gradients.isEmpty())
         out = recolor_gradients(out, gradients, color);
     return out.toUtf8();
