@@ -1,141 +1,165 @@
 #include "view_fixture.h"
 
+#include <QTextEdit>
+
 namespace ViewTest {
 namespace {
 
-/// Runs the field's own focus change, as if the user had tabbed to `other`.
-void leave(QLineEdit* other) {
-    other->setFocus(Qt::TabFocusReason);
-    settle();
-}
+using Words = std::vector<std::string>;
 
+/// "App/Form" with the fields "Field", which has the focus, and "Other".
 class EditorInView : public ViewFixture {
 protected:
-    EditorInView() {
-        app.on_input("App/Field", [this](const std::string& words) { heard.push_back(words); });
+    void show_fields(const std::string& words, NodeStyle style = {}) {
+        app.set_input_value("App/Form/Field", words);
+        app.on_input("App/Form/Field",
+                     [this](const std::string& typed) { heard.push_back(typed); });
+        show(box("App", {}, {box("Form", {}, {editor("Field", words, style), editor("Other")})}));
+        field()->setFocus();
+        field()->end(false);
+        heard.clear();
     }
-    void show_fields(const std::string& words) {
-        show(box("App", {}, {editor("Field", words), editor("Other"), box("Panel")}));
-        line("App/Field")->setFocus();
+    void empty_field() {
+        field()->selectAll();
+        QTest::keyClick(field(), Qt::Key_Delete);
+        EXPECT_EQ(heard, Words{""});
+        heard.clear();
     }
-    std::vector<std::string> heard;
+    void render(const std::string& words, NodeStyle style = {}) {
+        apply({update("App/Form", editor("Field", words, std::move(style)))});
+    }
+    QLineEdit* field() { return line("App/Form/Field"); }
+    std::string shown() { return field()->text().toStdString(); }
+    Words heard;
 };
 
-TEST_F(EditorInView, TypingNeverMovesTheCaret) {
+TEST_F(EditorInView, TypingNeverMovesTheCaretAndSurvivesARenderOfTheOldText) {
     show_fields("abc");
-    QLineEdit* field = line("App/Field");
-    field->setCursorPosition(1);
-    QTest::keyClicks(field, QStringLiteral("xy"));
-    settle();
-    EXPECT_EQ(field->text(), QStringLiteral("axybc"));
-    apply({update("App", editor("Field", "abc"))});
-    EXPECT_EQ(field->text(), QStringLiteral("axybc"));
-    EXPECT_EQ(field->cursorPosition(), 3);
-    EXPECT_EQ(heard, (std::vector<std::string>{"axbc", "axybc"}));
-    EXPECT_EQ(app.input_value("App/Field"), "axybc");
+    field()->setCursorPosition(1);
+    QTest::keyClicks(field(), QStringLiteral("xy"));
+    render("abc", {.font_size = 20});
+    EXPECT_EQ(shown(), "axybc");
+    EXPECT_EQ(field()->cursorPosition(), 3);
+    EXPECT_EQ(heard, (Words{"axbc", "axybc"}));
+    EXPECT_EQ(app.input_value("App/Form/Field"), "axybc");
+    // The text that the field holds already, as after a save.
+    render("axybc");
+    apply({editor_text("App/Form/Field", "axybc")});
+    EXPECT_EQ(field()->cursorPosition(), 3);
+    EXPECT_EQ(heard.size(), 2U);
 }
 
 TEST_F(EditorInView, OnlyAnotherTextOfTheApplicationOverwritesWhatIsTyped) {
     show_fields("abc");
-    QLineEdit* field = line("App/Field");
-    field->end(false);
-    QTest::keyClicks(field, QStringLiteral("d"));
-    apply({update("App", editor("Field", "abc"))});
-    EXPECT_EQ(field->text(), QStringLiteral("abcd"));
-    apply({editor_text("App/Field", "abc")});
-    EXPECT_EQ(field->text(), QStringLiteral("abc"));
-    apply({update("App", editor("Field", "new"))});
-    EXPECT_EQ(field->text(), QStringLiteral("new"));
-    EXPECT_EQ(heard, (std::vector<std::string>{"abcd"}));
+    QTest::keyClicks(field(), QStringLiteral("d"));
+    render("abc");
+    EXPECT_EQ(shown(), "abcd");
+    apply({editor_text("App/Form/Field", "abc")}); // what discarding does
+    EXPECT_EQ(shown(), "abc");
+    render("abc");
+    EXPECT_EQ(shown(), "abc");
+    render("new");
+    EXPECT_EQ(shown(), "new");
+    EXPECT_EQ(heard, Words{"abcd"}) << "text from the application is no edit";
 }
 
 TEST_F(EditorInView, AnInputValueShowsAtCreationOnlyAndOnlyIfThereIsOne) {
     app.set_input_value("App/Typed", "typed");
     app.set_input_value("App/Emptied", "");
-    show(box(
-        "App", {},
-        {editor("Typed", "loaded"), editor("Emptied", "loaded"), editor("Untouched", "loaded")}));
+    const RenderNode untouched = editor("Untouched", "loaded");
+    show(box("App", {}, {editor("Typed", "loaded"), editor("Emptied", "loaded"), untouched}));
     EXPECT_EQ(line("App/Typed")->text(), QStringLiteral("typed"));
     EXPECT_EQ(line("App/Emptied")->text(), QString());
     EXPECT_EQ(line("App/Untouched")->text(), QStringLiteral("loaded"));
     app.set_input_value("App/Untouched", "later");
-    apply({update("App", editor("Untouched", "loaded", [](NodeStyle& s) { s.layout_grow = 1; }))});
+    apply({update("App", untouched)});
     EXPECT_EQ(line("App/Untouched")->text(), QStringLiteral("loaded"));
-    apply({replace("App", editor("Untouched", "loaded"))});
+    apply({replace("App", untouched)});
     EXPECT_EQ(line("App/Untouched")->text(), QStringLiteral("later"));
 }
 
 TEST_F(EditorInView, AnEmptiedFieldComesBackWhenTheUserLeavesIt) {
     show_fields("abc");
-    line("App/Field")->selectAll();
-    QTest::keyClick(line("App/Field"), Qt::Key_Delete);
-    leave(line("App/Other"));
-    EXPECT_EQ(line("App/Field")->text(), QStringLiteral("abc"));
-    EXPECT_EQ(heard, (std::vector<std::string>{"", "abc"}));
+    empty_field();
+    QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(field(), &menu);
+    EXPECT_EQ(shown(), "") << "its own menu is not leaving it";
+    line("App/Form/Other")->setFocus();
+    EXPECT_EQ(shown(), "abc");
+    EXPECT_EQ(heard, Words{"abc"});
+    render("");
+    field()->setFocus();
+    line("App/Form/Other")->setFocus();
+    EXPECT_EQ(shown(), "") << "nothing to bring back";
 }
 
 // Each takes the focus from the emptied field by patches, not by the user.
 TEST_F(EditorInView, AnEmptiedFieldThatLosesTheFocusToPatchesReportsNothing) {
-    const auto wrapped = [](NodeStyle& style) { style.margin_left = 9; };
-    const auto scrolling = [](NodeStyle& style) { style.layout_scroll = "Vertical"; };
-    const auto bar = [](NodeStyle& style) { style.overlay = "BottomSheet"; };
-    const std::pair<const char*, std::vector<RenderPatch>> cases[] = {
-        {"rewrapped", {update("App/Form", editor("Field", "abc", wrapped))}},
-        {"parent rebuilt", {update("App", box("Form", scrolling))}},
-        {"floated", {update("App/Form", editor("Field", "abc", bar))}},
-        {"removed with its parent", {removal("App/Form")}},
-        {"replaced", {replace("App/Form", text("Field", "gone"))}},
+    const std::pair<const char*, RenderPatch> cases[] = {
+        {"rewrapped", update("App/Form", editor("Field", "abc", {.margin_left = 9}))},
+        {"parent rebuilt", update("App", box("Form", {.layout_scroll = "Vertical"}))},
+        {"floated", update("App/Form", editor("Field", "abc", {.overlay = "BottomSheet"}))},
+        {"dialog opened", add("App", box("Dialog", {.width = 50, .overlay = "Modal"}))},
+        {"removed with its parent", removal("App/Form")},
+        {"replaced", replace("App/Form", text("Field", "gone"))},
     };
-    for (const auto& [what, patches] : cases) {
+    for (const auto& [what, patch] : cases) {
         SCOPED_TRACE(what);
-        app.on_input("App/Form/Field",
-                     [this](const std::string& words) { heard.push_back(words); });
-        show(box("App", {}, {box("Form", {}, {editor("Field", "abc"), editor("Other")})}));
-        line("App/Form/Field")->setFocus();
-        line("App/Form/Field")->selectAll();
-        QTest::keyClick(line("App/Form/Field"), Qt::Key_Delete);
-        ASSERT_TRUE(line("App/Form/Field")->hasFocus());
-        heard.clear();
-        apply(patches);
-        settle();
-        EXPECT_EQ(heard, std::vector<std::string>());
-        apply({removal("App")});
-        settle();
-        app.set_input_value("App/Form/Field", "abc");
+        show_fields("abc");
+        empty_field();
+        ASSERT_TRUE(field()->hasFocus());
+        apply({patch});
+        EXPECT_EQ(heard, Words());
     }
-}
-
-TEST_F(EditorInView, AFieldKeepsFocusAndSelectionWhereItsPlaceChanges) {
-    show(box("App", {}, {box("Form", {}, {editor("Field", "abcdef")})}));
-    QLineEdit* field = line("App/Form/Field");
-    field->setFocus();
-    field->setSelection(1, 2);
-    const auto narrow = [](NodeStyle& style) {
-        style.margin_left = 9;
-        style.max_width = 200;
-    };
-    apply({update("App/Form", editor("Field", "abcdef", narrow))});
-    EXPECT_TRUE(field->hasFocus());
-    apply({update("App", box("Form", [](NodeStyle& style) { style.layout_scroll = "Vertical"; }))});
-    EXPECT_TRUE(field->hasFocus());
-    apply({update("App/Form", editor("Field", "abcdef"))});
-    settle();
-    EXPECT_TRUE(field->hasFocus());
-    EXPECT_TRUE(field->isVisible());
-    EXPECT_EQ(field->selectedText(), QStringLiteral("bc"));
-}
-
-TEST_F(EditorInView, NothingIsReportedFromTheEndOfTheWindow) {
     show_fields("abc");
-    line("App/Field")->selectAll();
-    QTest::keyClick(line("App/Field"), Qt::Key_Delete);
-    heard.clear();
-    window.reset();
+    empty_field();
+    window.reset(); // the end of the program
     settle();
-    EXPECT_EQ(heard, std::vector<std::string>());
+    EXPECT_EQ(heard, Words());
     EXPECT_FALSE(app.on_async_change);
     apply({add("", box("App"))});
     EXPECT_EQ(view.widget_at("App"), nullptr);
+}
+
+TEST_F(EditorInView, AFieldKeepsFocusAndSelectionWhereItsPlaceChanges) {
+    show_fields("abcdef");
+    QLineEdit* const same = field();
+    same->setSelection(1, 2);
+    render("abcdef", {.margin_left = 9, .max_width = 200});
+    apply({update("App", box("Form", {.layout_scroll = "Vertical"}))});
+    render("abcdef");
+    EXPECT_EQ(field(), same);
+    EXPECT_TRUE(same->hasFocus());
+    EXPECT_TRUE(same->isVisible());
+    EXPECT_EQ(same->selectedText(), QStringLiteral("bc"));
+}
+
+TEST_F(EditorInView, AVeryLongTextIsKeptWhole) {
+    const std::string words(100000, 'x');
+    show_fields(words);
+    QTest::keyClicks(field(), QStringLiteral("y"));
+    EXPECT_EQ(heard, Words{words + "y"});
+}
+
+TEST_F(EditorInView, AReadOnlyFieldCannotBeEditedAndASecretOneShowsNothing) {
+    show_fields("abc", {.secret = true, .read_only = true});
+    EXPECT_EQ(field()->echoMode(), QLineEdit::Password);
+    QTest::keyClicks(field(), QStringLiteral("x"));
+    EXPECT_EQ(shown(), "abc");
+    render("abc");
+    EXPECT_EQ(field()->echoMode(), QLineEdit::Normal);
+    field()->end(false);
+    QTest::keyClicks(field(), QStringLiteral("x"));
+    EXPECT_EQ(heard, Words{"abcx"});
+}
+
+TEST_F(EditorInView, AFieldOfOneLineThatGetsManyKeepsItsText) {
+    show_fields("first");
+    QTest::keyClicks(field(), QStringLiteral("!"));
+    render("first", {.multiline = true});
+    const EditorWidget* editor = widget<EditorWidget>("App/Form/Field");
+    EXPECT_EQ(editor->text_edit->toPlainText(), QStringLiteral("first!"));
+    EXPECT_EQ(heard, Words{"first!"});
 }
 
 } // namespace

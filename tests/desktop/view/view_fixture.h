@@ -12,15 +12,11 @@
 #include <gtest/gtest.h>
 
 #include <QBoxLayout>
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
-#include <QTextEdit>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -40,35 +36,31 @@ namespace ViewTest {
 
 using namespace Corvel;
 
-using StyleEdit = std::function<void(NodeStyle&)>;
-
-/// A node without a path; `at` gives it one.
-inline RenderNode node(const std::string& name, NodeKind kind, const StyleEdit& edit = {},
+/// A node without a path; the patch that carries it gives it one.
+inline RenderNode node(NodeKind kind, const std::string& name, NodeStyle style = {},
                        std::vector<RenderNode> children = {}) {
     RenderNode made;
     made.kind = kind;
     made.name = name;
-    if (edit)
-        edit(made.style.edit());
+    made.style = std::move(style);
     made.children = std::move(children);
     return made;
 }
 
-inline RenderNode box(const std::string& name, const StyleEdit& edit = {},
+inline RenderNode box(const std::string& name, NodeStyle style = {},
                       std::vector<RenderNode> children = {}) {
-    return node(name, NodeKind::Box, edit, std::move(children));
+    return node(NodeKind::Box, name, std::move(style), std::move(children));
 }
 
-inline RenderNode text(const std::string& name, const std::string& words,
-                       const StyleEdit& edit = {}) {
-    RenderNode made = node(name, NodeKind::Text, edit);
+inline RenderNode text(const std::string& name, const std::string& words, NodeStyle style = {}) {
+    RenderNode made = node(NodeKind::Text, name, std::move(style));
     made.text = words;
     return made;
 }
 
 inline RenderNode editor(const std::string& name, const std::string& words = {},
-                         const StyleEdit& edit = {}) {
-    RenderNode made = node(name, NodeKind::Editor, edit);
+                         NodeStyle style = {}) {
+    RenderNode made = node(NodeKind::Editor, name, std::move(style));
     made.text = words;
     return made;
 }
@@ -81,14 +73,8 @@ inline RenderNode at(const std::string& parent, RenderNode made) {
     return made;
 }
 
-inline std::string parent_of(const std::string& path) {
-    const auto cut = path.rfind('/');
-    return cut == std::string::npos ? std::string() : path.substr(0, cut);
-}
-
 inline RenderPatch add(const std::string& parent, RenderNode made, int index = 0) {
     RenderPatch patch;
-    patch.kind = PatchKind::Add;
     patch.node = at(parent, std::move(made));
     patch.path = patch.node.path;
     patch.parent_path = parent;
@@ -110,18 +96,11 @@ inline RenderPatch update(const std::string& parent, RenderNode made) {
 }
 
 inline RenderPatch removal(const std::string& path) {
-    RenderPatch patch;
-    patch.kind = PatchKind::Remove;
-    patch.path = path;
-    return patch;
+    return {.kind = PatchKind::Remove, .path = path};
 }
 
 inline RenderPatch editor_text(const std::string& path, const std::string& words) {
-    RenderPatch patch;
-    patch.kind = PatchKind::SetEditorText;
-    patch.path = path;
-    patch.node.text = words;
-    return patch;
+    return {.kind = PatchKind::SetEditorText, .path = path, .node = text("", words)};
 }
 
 /// Runs what was posted, deferred deletions too.
@@ -135,19 +114,17 @@ inline void settle() {
 /// none.
 class ViewFixture : public testing::Test {
 protected:
-    ViewFixture()
-        : view(app)
-        , window(view.build())
-        , state(ViewProbe::state(view)) {
-        apply({removal("")});
+    ViewFixture() { view.apply_patches({removal("")}); }
+
+    void apply(const std::vector<RenderPatch>& patches) {
+        view.apply_patches(patches);
+        settle();
     }
 
-    void apply(const std::vector<RenderPatch>& patches) { view.apply_patches(patches); }
-
-    /// Puts a tree named "App" in the window and shows it.
-    void show(RenderNode root, int width = 600, int height = 400) {
-        apply({add("", std::move(root))});
-        window->resize(width, height);
+    /// Puts a tree named "App" in the window, 600 by 400, and shows it.
+    void show(RenderNode root) {
+        apply({removal("App"), add("", std::move(root))});
+        window->resize(600, 400);
         window->show();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -161,10 +138,14 @@ protected:
         return found;
     }
     QLineEdit* line(const std::string& path) { return widget<EditorWidget>(path)->line_edit; }
-    DNode& record(const std::string& path) {
-        DNode* found = state.find(path);
-        EXPECT_NE(found, nullptr) << path;
-        return *found;
+    DNode& record(const std::string& path) { return *state.find(path); }
+    /// Where a node's widget lies in the window.
+    QRect place(const std::string& path) {
+        QWidget* shown = view.widget_at(path);
+        return {shown->mapTo(window.get(), QPoint()), shown->size()};
+    }
+    void press(const std::string& path, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mousePress(view.widget_at(path), button);
     }
     /// The object names of what stands in a node's layout, in order.
     std::vector<std::string> laid_out(const std::string& path) {
@@ -179,9 +160,9 @@ protected:
     }
 
     CorvelApp app;
-    DesktopView view;
-    std::unique_ptr<QWidget> window;
-    ViewState& state;
+    DesktopView view{app};
+    std::unique_ptr<QWidget> window{view.build()};
+    ViewState& state = ViewProbe::state(view);
 };
 
 } // namespace ViewTest
