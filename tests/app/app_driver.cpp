@@ -11,6 +11,11 @@ namespace {
 const std::string MESSAGE_DIALOG = "App/Message Dialog";
 const std::string CONFIRM_DIALOG = "App/Confirm Dialog";
 
+bool is_named(std::string_view path, std::string_view name) {
+    return path.ends_with(name) &&
+           (path.size() == name.size() || path[path.size() - name.size() - 1] == '/');
+}
+
 } // namespace
 
 AppDriver::AppDriver()
@@ -22,37 +27,50 @@ void AppDriver::start(const std::vector<std::filesystem::path>& files) {
     render();
 }
 
-void AppDriver::click(const std::string& path) {
-    ASSERT_TRUE(shown(path)) << "click on " << path;
-    app->dispatch_event(path, "click");
+void AppDriver::open(const std::filesystem::path& file) {
+    platform.next_picks = {file.string()};
+    click("Right Tabs/App Tab");
+    click("Home/Open Button");
+}
+
+std::string AppDriver::path_of(const std::string& node) const {
+    std::string found;
+    for (const auto& [path, entry] : view_.nodes()) {
+        if (!is_named(path, node) || !entry.shown.style->visible)
+            continue;
+        if (!found.empty())
+            throw std::runtime_error(node + " is both " + found + " and " + path);
+        found = path;
+    }
+    if (found.empty())
+        throw std::runtime_error("not on screen: " + node);
+    return found;
+}
+
+void AppDriver::click(const std::string& node) {
+    app->dispatch_event(path_of(node), "click");
     render();
 }
 
-void AppDriver::type(const std::string& path, const std::string& text) {
-    const auto editor = editors_.find(path);
-    ASSERT_TRUE(editor != editors_.end()) << "typing into " << path;
-    editor->second.content = text;
+void AppDriver::type(const std::string& node, const std::string& text) {
+    const std::string path = path_of(node);
+    editors_.at(path).content = text;
     app->dispatch_event(path, "input:" + text);
     render();
 }
 
-void AppDriver::choose(const std::string& path, const std::string& value) {
-    ASSERT_TRUE(shown(path)) << "choice in " << path;
-    app->dispatch_event(path, "select:" + value);
+void AppDriver::choose(const std::string& node, const std::string& value) {
+    app->dispatch_event(path_of(node), "select:" + value);
     render();
 }
 
-void AppDriver::row_action(const std::string& row_path, const std::string& action) {
-    ASSERT_TRUE(shown(row_path)) << "row " << row_path;
-    const std::string below = row_path + "/";
-    for (const auto& [path, entry] : view_.nodes()) {
-        if ((path == row_path || path.starts_with(below)) &&
-            entry.shown.style->intent == "list:" + action) {
-            click(std::string(path));
-            return;
-        }
-    }
-    FAIL() << "nothing below " << row_path << " does " << action;
+void AppDriver::row_action(const std::string& row, const std::string& action) {
+    const std::string row_path = path_of(row);
+    for (const auto& [path, entry] : view_.nodes())
+        if ((path == row_path || path.starts_with(row_path + "/")) &&
+            entry.shown.style->intent == "list:" + action)
+            return click(std::string(path));
+    throw std::runtime_error("nothing below " + row_path + " does " + action);
 }
 
 void AppDriver::advance(int milliseconds) {
@@ -60,24 +78,36 @@ void AppDriver::advance(int milliseconds) {
     render();
 }
 
-bool AppDriver::shown(const std::string& path) const {
-    const auto found = view_.nodes().find(path);
-    return found != view_.nodes().end() && found->second.shown.style->visible;
+bool AppDriver::shown(const std::string& node) const {
+    for (const auto& [path, entry] : view_.nodes())
+        if (is_named(path, node) && entry.shown.style->visible)
+            return true;
+    return false;
 }
 
-const Corvel::RenderNode& AppDriver::node(const std::string& path) const {
-    const auto found = view_.nodes().find(path);
-    if (found == view_.nodes().end())
-        throw std::runtime_error("not on screen: " + path);
-    return found->second.shown;
+bool AppDriver::known(const std::string& node) const {
+    for (const std::string& path : seen_)
+        if (is_named(path, node))
+            return true;
+    for (const auto& [path, uses] : app->path_uses())
+        if (is_named(path, node))
+            return true;
+    return false;
 }
 
-std::string AppDriver::text(const std::string& path) const {
+const Corvel::RenderNode& AppDriver::node(const std::string& node) const {
+    return view_.nodes().at(path_of(node)).shown;
+}
+
+std::string AppDriver::text(const std::string& node) const {
+    const std::string path = path_of(node);
     const auto editor = editors_.find(path);
-    return editor != editors_.end() ? editor->second.content : node(path).text.get();
+    return editor != editors_.end() ? editor->second.content
+                                    : view_.nodes().at(path).shown.text.get();
 }
 
-std::string AppDriver::reading(const std::string& path) const {
+std::string AppDriver::reading(const std::string& node) const {
+    const std::string path = path_of(node);
     std::string words = text(path);
     for (const std::string& child : view_.nodes().at(path).children)
         if (std::string below = shown(child) ? reading(child) : std::string(); !below.empty())
@@ -85,42 +115,24 @@ std::string AppDriver::reading(const std::string& path) const {
     return words;
 }
 
-std::string AppDriver::source(const std::string& path) const {
-    return node(path).style->effective_source;
+bool AppDriver::has_state(const std::string& node, const std::string& state) const {
+    return app->has_state(path_of(node), state);
 }
 
-double AppDriver::height(const std::string& path) const {
-    return node(path).style->height;
-}
-
-bool AppDriver::has_state(const std::string& path, const std::string& state) const {
-    return app->has_state(path, state);
-}
-
-std::vector<std::string> AppDriver::rows(const std::string& list_path) const {
-    std::vector<std::string> names;
-    const auto found = view_.nodes().find(list_path);
-    if (found == view_.nodes().end())
-        return names;
-    for (const std::string& path : found->second.children)
-        names.push_back(path.substr(list_path.size() + 1));
+std::string AppDriver::rows(const std::string& list) const {
+    std::string names;
+    const std::string list_path = path_of(list);
+    for (const std::string& path : view_.nodes().at(list_path).children)
+        if (!path.ends_with(":sep"))
+            names += (names.empty() ? "" : " ") + path.substr(list_path.size() + 1);
     return names;
 }
 
-std::vector<std::string> AppDriver::options(const std::string& path) const {
-    std::vector<std::string> labels;
-    const Corvel::RenderNode& combo = node(path);
-    for (const Corvel::ComboItem& item : combo.items.get())
-        labels.push_back(item.label);
+std::string AppDriver::options(const std::string& node) const {
+    std::string labels;
+    for (const Corvel::ComboItem& item : this->node(node).items.get())
+        labels += (labels.empty() ? "" : "|") + item.label;
     return labels;
-}
-
-std::string AppDriver::selected(const std::string& path) const {
-    return node(path).selected;
-}
-
-Corvel::NodeKind AppDriver::kind(const std::string& path) const {
-    return node(path).kind;
 }
 
 std::string AppDriver::take_message() {
@@ -141,19 +153,13 @@ std::string AppDriver::question() const {
            text(CONFIRM_DIALOG + "/Body/Actions/Confirm Button/Label") + "]";
 }
 
-void AppDriver::confirm() {
-    click(CONFIRM_DIALOG + "/Body/Actions/Confirm Button");
-}
-
-void AppDriver::cancel() {
-    click(CONFIRM_DIALOG + "/Body/Actions/Cancel Button");
-}
-
 void AppDriver::render() {
     const std::vector<Corvel::RenderPatch> patches = app->render_patches();
     for (const Corvel::RenderPatch& patch : patches)
         apply_to_editors(patch);
     EXPECT_EQ(view_.apply(patches), "");
+    for (const auto& [path, entry] : view_.nodes())
+        seen_.insert(path);
 }
 
 void AppDriver::add_editors(const Corvel::RenderNode& node) {
@@ -167,31 +173,18 @@ void AppDriver::add_editors(const Corvel::RenderNode& node) {
 
 void AppDriver::apply_to_editors(const Corvel::RenderPatch& patch) {
     const std::string& path = patch.path;
-    const auto editor = editors_.find(path);
-    switch (patch.kind) {
-    case Corvel::PatchKind::Add:
-    case Corvel::PatchKind::Replace:
-        add_editors(patch.node);
-        break;
-    case Corvel::PatchKind::Remove:
+    if (patch.kind == Corvel::PatchKind::Add || patch.kind == Corvel::PatchKind::Replace)
+        return add_editors(patch.node);
+    if (patch.kind == Corvel::PatchKind::Remove) {
         std::erase_if(editors_, [&](const auto& entry) {
             return entry.first == path || entry.first.starts_with(path + "/");
         });
-        break;
-    case Corvel::PatchKind::Update:
-        if (editor != editors_.end() && patch.node.text.get() != editor->second.rendered)
-            push(editor->second, patch.node.text);
-        break;
-    case Corvel::PatchKind::SetEditorText:
-        if (editor != editors_.end())
-            push(editor->second, patch.node.text);
-        break;
+        return;
     }
-}
-
-void AppDriver::push(Editor& editor, const std::string& text) const {
-    editor.content = text;
-    editor.rendered = text;
+    const auto editor = editors_.find(path);
+    if (editor != editors_.end() && (patch.kind == Corvel::PatchKind::SetEditorText ||
+                                     patch.node.text.get() != editor->second.rendered))
+        editor->second = {patch.node.text, patch.node.text};
 }
 
 } // namespace TestSupport

@@ -3,11 +3,9 @@
 #include "layers/engine.h"
 #include "layers/object_model.h"
 #include "runtime/layer_plan.h"
-#include "site_paths.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <set>
 #include <sstream>
 
@@ -15,6 +13,8 @@ namespace TestSupport {
 namespace {
 
 using Corvel::NodeKind;
+
+const std::string CONFIGURATORS = "App/Lumenfold Window/Config Pane/";
 
 /// The list that a layer shows; empty if it shows none.
 std::string list_key(const Layers::LLayer& layer) {
@@ -71,39 +71,38 @@ void click_everything(AppDriver& ui, const std::string& below) {
             ui.click(path);
 }
 
-void visit_configurator(AppDriver& ui, const std::string& root) {
-    const std::string sidebar = root + "/Editor Panel/Sidebar/";
+void visit_configurator(AppDriver& ui, const std::string& name) {
+    const std::string root = CONFIGURATORS + name + "/Editor Panel/";
     for (const auto& [tab, uses] : ui.app->path_uses()) {
-        if (!tab.starts_with(sidebar) || !uses.contains("click") || !ui.shown(tab))
+        if (!tab.starts_with(root + "Sidebar/") || !uses.contains("click") || !ui.shown(tab))
             continue;
         ui.click(tab);
-        click_everything(ui, root + "/Editor Panel/Panels/");
+        click_everything(ui, root + "Panels/");
         click_everything(ui, "App/");
     }
 }
 
-/// Everything that the application ever set or listened to, found by using all of it.
-Corvel::CorvelApp::PathUses uses_of_a_long_session(AppDriver& ui) {
+/// Uses all of the application, so that it sets and listens to all that it ever does.
+void have_a_long_session(AppDriver& ui) {
     const auto site = copy_example(ui.dir / "site");
     ui.start({site, ui.dir / "site/projects/harmonics/.lumenfold-project"});
-    visit_configurator(ui, PROJECT);
-    ui.row_action(left_tab(1), "activate");
-    ui.click(section_tab("Projects"));
-    for (const std::string& card : ui.rows(PROJECTS + "/Project Cards")) {
-        ui.row_action(left_tab(1), "activate");
-        ui.click(section_tab("Projects"));
-        ui.row_action(PROJECTS + "/Project Cards/" + card, "activate");
+    visit_configurator(ui, "Project Configurator");
+    for (const std::string card : {"proj-0", "proj-1", "proj-2", "proj-3"}) {
+        ui.row_action("Left Tabs/config-1", "activate");
+        ui.click("Sidebar/Projects Tab");
+        if (ui.shown(card))
+            ui.row_action(card, "activate");
     }
-    visit_configurator(ui, PROJECT);
-    ui.row_action(left_tab(1), "activate");
-    visit_configurator(ui, SITE);
+    visit_configurator(ui, "Project Configurator");
+    ui.row_action("Left Tabs/config-1", "activate");
+    visit_configurator(ui, "Site Configurator");
     ui.advance(1000);
-    return ui.app->path_uses();
 }
 
 TEST(NodePaths, ResolveInTheStylesWithTheirKindAndLists) {
     AppDriver ui;
-    const auto uses = uses_of_a_long_session(ui);
+    have_a_long_session(ui);
+    const auto uses = ui.app->path_uses();
     EXPECT_GT(uses.size(), 200u); // the session reached the panels
     const Layers::LLayer& root = ui.app->engine().root();
     for (const auto& [path, words] : uses) {
@@ -131,7 +130,25 @@ TEST(NodePaths, EveryDialogStartsHidden) {
         EXPECT_NE(ui.app->engine().find_layer(path), nullptr) << path;
         EXPECT_FALSE(ui.shown(path)) << path;
     }
-    EXPECT_TRUE(ui.shown(HOME));
+}
+
+/// The road of one keystroke with nothing in between: a slot's clock, an event by its path, a file.
+TEST(NodePaths, AnEventByPathChangesOneLineOfTheFile) {
+    AppDriver ui;
+    const auto file = copy_example(ui.dir / "site");
+    std::string expected = read_file(file);
+    const std::string title = "\"title\": \"";
+    const std::size_t from = expected.find(title) + title.size();
+    expected.replace(from, expected.find("\",\n", from) - from, "Tide & \\\"Water\\\" 潮");
+    build_with_files(*ui.app, {file});
+    ui.app->render_patches();
+    ui.app->dispatch_event(CONFIGURATORS + "Site Configurator/Editor Panel/Panels/Website Panel/"
+                                           "Site Form/Title Field",
+                           "input:Tide & \"Water\" 潮");
+    ui.platform.advance(499);
+    EXPECT_NE(read_file(file), expected);
+    ui.platform.advance(1);
+    EXPECT_EQ(read_file(file), expected);
 }
 
 } // namespace

@@ -1,0 +1,272 @@
+// Plays tests/app/stories/*.txt, each with the whole application on a folder of its own. "# " opens
+// a story; a line is a step: a verb and what it needs, "NODE = TEXT" for most. An indented line
+// continues the last one. `DIR` is the folder, \n \t \r and \xHH are escapes, and an expected text
+// that ends in "…" is the start of the real one. No message or question may be left at the end.
+#include "app_driver.h"
+#include "site/favicon.h"
+#include "site/json_file.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+namespace TestSupport {
+namespace {
+
+struct Step {
+    std::string where; ///< file and line
+    std::string verb;
+    std::string rest;
+};
+struct Story {
+    std::string name;
+    std::vector<Step> steps;
+};
+
+std::vector<Story> read_stories() {
+    std::vector<Story> stories;
+    for (const auto& file :
+         std::filesystem::directory_iterator(std::string(SOURCE_ROOT) + "/tests/app/stories")) {
+        std::ifstream in(file.path());
+        int number = 0;
+        for (std::string line; std::getline(in, line);) {
+            ++number;
+            if (line.empty())
+                continue;
+            if (line.starts_with("# "))
+                stories.push_back({file.path().stem().string() + ": " + line.substr(2), {}});
+            else if (line.starts_with(" "))
+                stories.back().steps.back().rest += line.substr(line.find_first_not_of(' ') - 1);
+            else {
+                const std::size_t blank = std::min(line.find(' '), line.size());
+                stories.back().steps.push_back(
+                    {file.path().filename().string() + ":" + std::to_string(number),
+                     line.substr(0, blank),
+                     blank < line.size() ? line.substr(blank + 1) : std::string()});
+            }
+        }
+    }
+    return stories;
+}
+
+std::pair<std::string, std::string> split(const std::string& text, const std::string& separator) {
+    const std::size_t at = text.find(separator);
+    if (at == std::string::npos)
+        return {text.substr(0, text.size() - (text.ends_with(" =") ? 2 : 0)), ""};
+    return {text.substr(0, at), text.substr(at + separator.size())};
+}
+
+class Player : public testing::TestWithParam<Story> {
+protected:
+    Player() {
+        Lumenfold::favicon_generator() = [this](const Lumenfold::FaviconRequest& request) {
+            generated_ = request.source + "|" + request.output_dir + "|" + request.background;
+            if (generator_error_.empty())
+                for (const char* name :
+                     {"favicon-32x32.png", "favicon-16x16.png", "android-chrome-512x512.png"})
+                    write_file(std::filesystem::path(request.output_dir) / name, "png");
+            return generator_error_;
+        };
+    }
+    ~Player() override { Lumenfold::favicon_generator() = nullptr; }
+
+    /// The real text of one that stands in a story.
+    std::string expand(const std::string& text) const {
+        std::string result;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text.compare(i, 3, "DIR") == 0) {
+                result += ui_.dir.path().string();
+                i += 2;
+            } else if (text[i] != '\\' || i + 1 == text.size()) {
+                result += text[i];
+            } else if (const char escape = text[++i]; escape == 'x') {
+                result += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+                i += 2;
+            } else {
+                result += escape == 'n'   ? '\n'
+                          : escape == 't' ? '\t'
+                          : escape == 'r' ? '\r'
+                                          : escape;
+            }
+        }
+        return result;
+    }
+
+    static void expect(const std::string& actual, const std::string& expected) {
+        const std::string more = "…";
+        if (expected.ends_with(more)) {
+            const std::size_t size = expected.size() - more.size();
+            EXPECT_EQ(actual.substr(0, size), expected.substr(0, size)) << "of: " << actual;
+        } else {
+            EXPECT_EQ(actual, expected);
+        }
+    }
+
+    void play(const Step& step) {
+        const std::string rest = expand(step.rest);
+        const auto [node, value] = split(rest, " = ");
+        if (!change_files(step.verb, rest) && !act(step.verb, node, value) &&
+            !check_node(step.verb, node, value))
+            check(step.verb, rest);
+    }
+
+    bool change_files(const std::string& verb, const std::string& rest) {
+        const auto [name, text] = split(rest, " ");
+        const std::filesystem::path path = ui_.dir / name;
+        if (verb == "write")
+            write_file(path, text);
+        else if (verb == "mkdir")
+            std::filesystem::create_directories(path);
+        else if (verb == "link")
+            std::filesystem::create_symlink(text, path);
+        else if (verb == "delete")
+            std::filesystem::remove_all(path);
+        else
+            return false;
+        return true;
+    }
+
+    bool act(const std::string& verb, const std::string& node, const std::string& value) {
+        if (verb == "start") {
+            std::vector<std::filesystem::path> files;
+            std::istringstream names(node);
+            for (std::string name; names >> name;)
+                files.push_back(ui_.dir / name);
+            ui_.start(files);
+        } else if (verb == "open") {
+            ui_.open(ui_.dir / node);
+        } else if (verb == "click") {
+            ui_.click(node);
+        } else if (verb == "type") {
+            ui_.type(node, value);
+        } else if (verb == "choose") {
+            ui_.choose(node, value);
+        } else if (verb == "row") {
+            ui_.row_action(node, value);
+        } else if (verb == "browse") { // with the file, none or "-" for cancelled, that is picked
+            ui_.platform.next_picks = {value == "-" ? "" : value};
+            ui_.click(node);
+        } else if (verb == "wait") {
+            ui_.advance(std::stoi(node));
+        } else if (verb == "confirm" || verb == "cancel") {
+            ui_.click(verb == "confirm" ? "Confirm Dialog/Body/Actions/Confirm Button"
+                                        : "Confirm Dialog/Body/Actions/Cancel Button");
+        } else if (verb == "builder") { // "FIRST" answers from the first process, else the last
+            const bool first = node.starts_with("FIRST ");
+            // A callback may start the next process, so copies are called.
+            const FakePlatform::Process process =
+                first ? ui_.platform.processes.front() : ui_.platform.processes.back();
+            const auto [what, text] = split(first ? node.substr(6) : node, " ");
+            if (what == "prints")
+                process.on_line(text);
+            else
+                process.on_exit(std::stoi(text));
+            ui_.advance(0);
+        } else if (verb == "generator") { // what the favicon generator answers from now on
+            generator_error_ = node;
+            if (node == "missing")
+                Lumenfold::favicon_generator() = nullptr;
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    bool check_node(const std::string& verb, const std::string& node, const std::string& value) {
+        if (verb == "text")
+            expect(ui_.text(node), value);
+        else if (verb == "reads")
+            expect(ui_.reading(node), value);
+        else if (verb == "rows")
+            EXPECT_EQ(ui_.rows(node), value);
+        else if (verb == "options")
+            EXPECT_EQ(ui_.options(node), value);
+        else if (verb == "chosen")
+            EXPECT_EQ(ui_.node(node).selected, value);
+        else if (verb == "source")
+            EXPECT_EQ(ui_.node(node).style->effective_source, value);
+        else if (verb == "height")
+            EXPECT_EQ(ui_.node(node).style->height, std::stod(value));
+        else if (verb == "is")
+            EXPECT_TRUE(ui_.has_state(node, value)) << node;
+        else if (verb == "not")
+            EXPECT_FALSE(ui_.has_state(node, value)) << node;
+        else if (verb == "shows")
+            EXPECT_TRUE(ui_.shown(node)) << node;
+        else if (verb == "hides")
+            EXPECT_TRUE(!ui_.shown(node) && ui_.known(node)) << node;
+        else
+            return false;
+        return true;
+    }
+
+    void check(const std::string& verb, const std::string& rest) {
+        const auto [name, text] = split(rest, " ");
+        const std::filesystem::path path = ui_.dir / name;
+        if (verb == "says")
+            expect(ui_.take_message(), rest);
+        else if (verb == "asks")
+            expect(ui_.question(), rest);
+        else if (verb == "file")
+            EXPECT_EQ(read_file(path), text);
+        else if (verb == "json") // as the application writes it
+            EXPECT_EQ(read_file(path), Lumenfold::dump_config(Lumenfold::Json::parse(text)));
+        else if (verb == "there")
+            EXPECT_TRUE(std::filesystem::exists(path));
+        else if (verb == "gone")
+            EXPECT_FALSE(std::filesystem::exists(path));
+        else if (verb == "picker") { // title, filter and folder of the last file dialog
+            const Corvel::PickRequest& pick = ui_.platform.picks.back();
+            EXPECT_EQ(pick.mode + "|" + pick.title + "|" + pick.filter + "|" + pick.directory,
+                      rest);
+        } else if (verb == "opened") // the addresses given to the system so far
+            EXPECT_EQ(joined(ui_.platform.opened_urls), rest);
+        else if (verb == "ran") // the last process
+            EXPECT_EQ(joined(ui_.platform.processes.back().argv), rest);
+        else if (verb == "processes")
+            EXPECT_EQ(ui_.platform.processes.size(), std::stoul(rest));
+        else if (verb == "generated") // what the favicon generator was last asked for
+            EXPECT_EQ(std::exchange(generated_, ""), rest);
+        else
+            ADD_FAILURE() << "no such verb: " << verb;
+    }
+
+    static std::string joined(const std::vector<std::string>& words) {
+        std::string text;
+        for (const std::string& word : words)
+            text += (text.empty() ? "" : " ") + word;
+        return text;
+    }
+
+    AppDriver ui_;
+    std::string generator_error_;
+    std::string generated_;
+};
+
+TEST_P(Player, Plays) {
+    for (const Step& step : GetParam().steps) {
+        SCOPED_TRACE(step.where + ": " + step.verb + " " + step.rest);
+        try {
+            play(step);
+        } catch (const std::exception& problem) {
+            FAIL() << problem.what();
+        }
+    }
+    EXPECT_EQ(ui_.question(), "");
+    EXPECT_EQ(ui_.take_message(), "");
+}
+
+std::string test_name(const testing::TestParamInfo<Story>& story) {
+    std::string name = story.param.name;
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Stories, Player, testing::ValuesIn(read_stories()), test_name);
+
+} // namespace
+} // namespace TestSupport
