@@ -1,16 +1,13 @@
 #include "desktop/services/loopback_server.h"
 
 #include <QHostAddress>
-#include <QTcpSocket>
 
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 LoopbackServer::LoopbackServer(Handler handler)
     : handler_(std::move(handler)) {
-    if (!listen(QHostAddress::LocalHost))
-        throw std::runtime_error("cannot listen on the loopback interface");
+    listen(QHostAddress::LocalHost);
     connect(this, &QTcpServer::newConnection, this, [this] {
         QTcpSocket* socket = nextPendingConnection();
         const auto received = std::make_shared<QByteArray>();
@@ -29,18 +26,16 @@ void LoopbackServer::read(QTcpSocket* socket, QByteArray& received) {
     const qsizetype head_end = received.indexOf("\r\n\r\n");
     if (head_end < 0)
         return;
-    const QByteArray head = received.first(head_end);
+    const QByteArray head = received.first(head_end + 2);
     qsizetype length = 0;
     for (const QByteArray& line : head.split('\n'))
         if (line.toLower().startsWith("content-length:"))
             length = line.mid(15).trimmed().toInt();
     if (received.size() < head_end + 4 + length)
         return;
-    const QList<QByteArray> words = head.first(head.indexOf('\r')).split(' ');
-    const Request request{words.value(0).toStdString(), words.value(1).toStdString(), head,
-                          received.sliced(head_end + 4)};
+    const Request request{head.split(' ').value(1).toStdString(), head.toStdString(),
+                          received.sliced(head_end + 4).toStdString()};
     received.clear();
-    ++requests_;
     handler_(request, *socket);
 }
 

@@ -1,23 +1,20 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <functional>
 #include <string>
-
-class QTcpSocket;
 
 /// A small HTTP server on the loopback interface for tests. It reads each request whole and leaves
 /// the answer to the test, which may write what it likes to the socket.
 class LoopbackServer : public QTcpServer {
 public:
     struct Request {
-        std::string method;
         std::string path;
-        QByteArray head; ///< request line and headers
-        QByteArray body;
+        std::string head; ///< request line and headers
+        std::string body;
     };
     using Handler = std::function<void(const Request&, QTcpSocket&)>;
 
@@ -25,13 +22,11 @@ public:
 
     /// "http://127.0.0.1:port" + `path`.
     std::string url(const std::string& path) const;
-    int requests() const { return requests_; }
 
 private:
     void read(QTcpSocket* socket, QByteArray& received);
 
     Handler handler_;
-    int requests_ = 0;
 };
 
 /// A whole answer; the connection is closed behind it.
