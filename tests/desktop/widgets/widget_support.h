@@ -3,14 +3,11 @@
 #include "runtime/render_node.h"
 
 #include <QApplication>
-#include <QColor>
 #include <QImage>
-#include <QPoint>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWidget>
 
-#include <functional>
 #include <string>
 
 /// What the widget paints, over transparent ground.
@@ -25,6 +22,9 @@ inline QImage picture_of(QWidget& widget) {
 inline std::string color_at(const QImage& image, int x, int y) {
     return image.pixelColor(x, y).name(QColor::HexArgb).toStdString();
 }
+inline std::string color_at(QWidget& widget, int x, int y) {
+    return color_at(picture_of(widget), x, y);
+}
 
 /// One step of the wheel over the middle of the widget, as from the user: it travels to the
 /// parents until one takes it.
@@ -34,11 +34,4 @@ inline void turn_wheel_over(QWidget& widget) {
                       Qt::NoScrollPhase, false);
     QSpontaneKeyEvent::setSpontaneous(&wheel);
     qApp->notify(&widget, &wheel);
-}
-
-/// A style filled in by `fill_in`.
-inline Corvel::SharedStyle styled(const std::function<void(Corvel::NodeStyle&)>& fill_in) {
-    Corvel::NodeStyle style;
-    fill_in(style);
-    return style;
 }

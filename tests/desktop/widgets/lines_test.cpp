@@ -1,0 +1,222 @@
+#include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/markdown_widget.h"
+#include "desktop/widgets/widget_support.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QFontInfo>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextEdit>
+
+using namespace Corvel;
+
+namespace {
+
+std::string numbered(int from, int to) {
+    std::string text;
+    for (int i = from; i < to; ++i)
+        text += "line " + std::to_string(i) + "\n";
+    return text;
+}
+
+/// A field of many lines, shown.
+class Lines : public testing::Test {
+protected:
+    Lines() {
+        field.resize(300, 200);
+        field.on_text_changed = [this](const std::string& text) { reports.push_back(text); };
+        field.show();
+    }
+    void apply(const std::string& text, bool read_only = false, bool wrap = true) {
+        const NodeStyle style{.padding_left = 8,
+                              .padding_top = 8,
+                              .padding_right = 8,
+                              .padding_bottom = 8,
+                              .text_color = "#102030",
+                              .font_family = "monospace",
+                              .multiline = true,
+                              .read_only = read_only,
+                              .wrap = wrap};
+        apply_editor_style(&field, style, "Hint", text, !field.text_edit);
+    }
+    QTextEdit& edit() { return *field.text_edit; }
+    QScrollBar& bar() { return *edit().verticalScrollBar(); }
+    std::string text() { return edit().toPlainText().toStdString(); }
+    bool comes_to_its_end() {
+        return QTest::qWaitFor(
+            [&] { return bar().maximum() > 0 && bar().value() == bar().maximum(); }, 5000);
+    }
+
+    EditorWidget field;
+    std::vector<std::string> reports;
+};
+
+} // namespace
+
+TEST_F(Lines, TheStyleReachesTheControl) {
+    apply("text");
+    EXPECT_FALSE(field.line_edit->isVisible());
+    EXPECT_EQ(edit().geometry(), QRect(8, 8, 284, 184));
+    EXPECT_TRUE(QFontInfo(edit().font()).fixedPitch());
+    EXPECT_EQ(edit().font().pixelSize(), 14);
+    EXPECT_EQ(edit().placeholderText(), QStringLiteral("Hint"));
+    EXPECT_EQ(field.sizeHint(), QSize(0, 3 * QFontMetrics(edit().font()).height() + 16 + 8));
+    for (const bool wrap : {true, false}) {
+        apply("one line that is far too long for the width of its field", false, wrap);
+        QTest::qWait(1);
+        EXPECT_EQ(edit().horizontalScrollBar()->isVisible(), !wrap);
+    }
+}
+
+TEST_F(Lines, OnlyEditsAreReportedAndARenderLeavesCaretViewAndUndoAlone) {
+    const std::string loaded = "a\r\nb\xC2\xA0" + numbered(0, 100);
+    apply(loaded);
+    QTextCursor all(edit().document());
+    all.select(QTextCursor::Document);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    all.mergeCharFormat(bold);
+    field.push_text(loaded);
+    EXPECT_TRUE(reports.empty()) << "neither a format nor the application's text is an edit";
+    edit().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&edit(), QStringLiteral("!"));
+    ASSERT_EQ(reports.size(), 1U);
+    EXPECT_TRUE(reports.back().ends_with("line 99\n!"));
+    const int caret = edit().textCursor().position();
+    const int scrolled = bar().value();
+    EXPECT_GT(scrolled, 0);
+    apply(loaded);
+    apply(reports.back()); // as after a save
+    EXPECT_EQ(edit().textCursor().position(), caret);
+    EXPECT_EQ(bar().value(), scrolled);
+    edit().undo();
+    ASSERT_EQ(reports.size(), 2U);
+    EXPECT_TRUE(reports.back().ends_with("line 99\n"));
+    apply("new");
+    EXPECT_EQ(text(), "new");
+    EXPECT_EQ(reports.size(), 2U);
+}
+
+TEST_F(Lines, ALogShowsItsEndUnlessItsReaderScrolledAway) {
+    apply(numbered(0, 100), true);
+    EXPECT_TRUE(comes_to_its_end());
+    apply(numbered(0, 200), true);
+    EXPECT_TRUE(comes_to_its_end());
+    bar().setValue(10);
+    field.resize(300, 150);
+    QTest::qWait(1);
+    EXPECT_EQ(bar().value(), 10) << "a resize does not pull the reader away";
+    apply("other\n" + numbered(0, 100), true);
+    EXPECT_TRUE(comes_to_its_end()) << "new text does";
+    EXPECT_EQ(text(), "other\n" + numbered(0, 100));
+    EXPECT_TRUE(reports.empty());
+}
+
+TEST_F(Lines, ALongLogFilledWhileHiddenShowsItsEndLater) {
+    field.hide();
+    apply(numbered(0, 20000), true);
+    field.show();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return edit().cursorForPosition(QPoint(2, 150)).blockNumber() > 19980; }, 5000));
+    EXPECT_TRUE(comes_to_its_end());
+}
+
+TEST_F(Lines, ALogGrowsAtTheCostOfWhatIsNew) {
+    std::string log;
+    QElapsedTimer timer;
+    timer.start();
+    for (int chunk = 0; chunk < 300; ++chunk) {
+        log += numbered(chunk * 10, chunk * 10 + 10);
+        apply(log, true);
+    }
+    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_EQ(text(), log);
+    // A line end that was split between two texts stays one.
+    apply("a\r", true);
+    apply("a\r\nb", true);
+    EXPECT_EQ(text(), "a\nb");
+}
+
+namespace {
+
+/// A Markdown text in a scrolling panel of 400 by 200.
+class Markdown : public testing::Test {
+protected:
+    Markdown() {
+        area.setWidget(markdown);
+        area.setWidgetResizable(true);
+        area.setFrameStyle(0);
+        area.resize(400, 200);
+        area.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&area));
+    }
+    void style(double font_size) {
+        apply_markdown_style(
+            markdown,
+            {.text_color = "#102030", .secondary_text_color = "#405060", .font_size = font_size});
+    }
+    QTextCharFormat format_of(const char* text) {
+        return markdown->document()->find(QLatin1String(text)).charFormat();
+    }
+
+    QScrollArea area;
+    MarkdownWidget* markdown = new MarkdownWidget;
+};
+
+} // namespace
+
+TEST_F(Markdown, CodeLinksAndSizesFollowTheStyle) {
+    markdown->set_source_text("# Head\n\nplain `code` and [link](https://example.org) and "
+                              "<https://auto.example>\n\n```\nfence\n```\n");
+    const QColor given("#405060");
+    const QColor fallback("#2f3136");
+    for (const bool styled : {false, true}) {
+        if (styled)
+            style(30.7);
+        else
+            apply_markdown_style(markdown, NodeStyle());
+        const QColor text(QLatin1String(styled ? "#102030" : "#e3e3e3"));
+        const QColor code = styled ? given : fallback;
+        EXPECT_EQ(format_of("code").background().color(), code);
+        EXPECT_EQ(format_of("link").foreground().color(), text);
+        EXPECT_EQ(format_of("auto").foreground().color(), text);
+        EXPECT_TRUE(format_of("link").fontUnderline());
+        const QTextBlock fence = markdown->document()->find(QLatin1String("fence")).block();
+        EXPECT_TRUE(fence.blockFormat().background().color() == code ||
+                    format_of("fence").background().color() == code);
+        EXPECT_EQ(format_of("plain").font().pixelSize(), styled ? 30 : 15);
+    }
+}
+
+TEST_F(Markdown, IsAsHighAsItsTextAndLeavesTheWheelToThePanel) {
+    std::string text;
+    for (int i = 0; i < 300; ++i)
+        text += "several words in a row ";
+    markdown->set_source_text(text);
+    int last = 0;
+    for (const int width : {600, 400, 250}) {
+        area.resize(width, 200);
+        QTest::qWait(1);
+        EXPECT_EQ(markdown->height(), int(std::ceil(markdown->document()->size().height())));
+        EXPECT_GT(markdown->height(), last);
+        EXPECT_EQ(markdown->verticalScrollBar()->maximum(), 0);
+        last = markdown->height();
+    }
+    turn_wheel_over(*markdown->viewport());
+    EXPECT_GT(area.verticalScrollBar()->value(), 0);
+    markdown->set_source_text("short");
+    EXPECT_LT(markdown->document()->size().height(), last / 4);
+}
+
+TEST_F(Markdown, ALinkToAFileLeavesTheTextAlone) {
+    markdown->set_source_text("read [this](/etc/hostname) or [that](other.md)");
+    const QString before = markdown->toPlainText();
+    for (const char* target : {"/etc/hostname", "other.md", "#part"}) {
+        markdown->setSource(QUrl(QLatin1String(target)));
+        EXPECT_EQ(markdown->toPlainText(), before);
+    }
+}

@@ -1,0 +1,260 @@
+#include "desktop/media/asset_paths.h"
+#include "desktop/services/loopback_server.h"
+#include "desktop/widgets/icon_widget.h"
+#include "desktop/widgets/image_widget.h"
+#include "desktop/widgets/sizing.h"
+#include "desktop/widgets/widget_support.h"
+#include "support/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+#include <QPainter>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <limits>
+
+using namespace Corvel;
+
+namespace {
+
+constexpr const char* red = "#ffff0000";
+constexpr const char* green = "#ff00ff00";
+constexpr const char* blue = "#ff0000ff";
+constexpr const char* nothing = "#00000000";
+
+/// An image of the given width and a height of 24 with one black shape, `filled` pixels wide.
+std::string svg(int width, int filled, const std::string& animation = {}) {
+    const std::string all = std::to_string(width);
+    return R"(<svg xmlns="http://www.w3.org/2000/svg" height="24" width=")" + all +
+           R"(" viewBox="0 0 )" + all + R"( 24"><rect id="a" height="24" fill="#000" width=")" +
+           std::to_string(filled) + "\">" + animation + "</rect></svg>";
+}
+
+/// Left half red, right half blue.
+QImage two_halves(int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QPainter(&image).fillRect(width / 2, 0, width, height, Qt::blue);
+    return image;
+}
+
+/// A folder of pictures, which is where names of icons and images lead.
+class Media : public testing::Test {
+protected:
+    Media() {
+        const std::string quick = R"(<animate attributeName="opacity" values="0;1" dur="0.05s"/>)";
+        const std::pair<const char*, std::string> files[] = {
+            {"full.svg", svg(24, 24)},          {"left.svg", svg(24, 12)},
+            {"wide.SVG", svg(48, 48)},          {"wide.svg", svg(48, 48)},
+            {"moving.svg", svg(24, 24, quick)}, {"broken.svg", "<svg"},
+            {"broken.png", "no picture"},
+        };
+        for (const auto& [name, content] : files)
+            TestSupport::write_file(dir / name, content);
+        two_halves(200, 100).save(QString::fromStdString((dir / "halves.png").string()));
+        set_icon_dirs({dir.path().string()});
+        set_media_dirs({dir.path().string()});
+    }
+
+    static NodeStyle style(const std::string& source, const std::string& fit = "",
+                           const std::string& text_color = "#0000ff") {
+        return {
+            .fill = {"#00ff00"}, .text_color = text_color, .effective_source = source, .fit = fit};
+    }
+    /// Waits for the end of the image's fetch and gives its colour at (2, 2).
+    static std::string loaded_color(ImageWidget& image) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !image.loading; }, 5000));
+        image.resize(20, 20);
+        return color_at(image, 2, 2);
+    }
+    TestSupport::TempDir dir;
+};
+
+} // namespace
+
+TEST_F(Media, AnIconTakesItsTintAndAnotherSource) {
+    IconWidget icon("full");
+    icon.resize(20, 20);
+    icon.set_color("#ff0000");
+    EXPECT_EQ(color_at(icon, 10, 10), red);
+    icon.set_color("#00ff00");
+    EXPECT_EQ(color_at(icon, 10, 10), green);
+    icon.set_source("left");
+    EXPECT_EQ(color_at(icon, 5, 10), green);
+    EXPECT_EQ(color_at(icon, 15, 10), nothing);
+    for (const char* bad : {"nowhere", "broken", ""}) {
+        icon.set_source(bad);
+        EXPECT_EQ(color_at(icon, 5, 10), nothing) << bad;
+        icon.set_source("full");
+    }
+}
+
+TEST_F(Media, AnIconIsFittedTurnedAndFaded) {
+    IconWidget icon("wide");
+    icon.set_color("#ff0000");
+    icon.resize(20, 20);
+    for (const auto& [fit, top] :
+         {std::pair("", red), std::pair("Contain", nothing), std::pair("Cover", red)}) {
+        icon.set_fit(fit);
+        EXPECT_EQ(color_at(icon, 10, 1), top) << fit;
+        EXPECT_EQ(color_at(icon, 1, 10), red) << fit;
+    }
+    icon.set_source("left");
+    icon.set_rotation(90);
+    icon.set_opacity(0.5);
+    EXPECT_NEAR(picture_of(icon).pixelColor(15, 4).alpha(), 128, 1) << "the left half turned up";
+    EXPECT_EQ(color_at(icon, 4, 15), nothing);
+}
+
+TEST_F(Media, AMovingIconHasAClockOnlyWhileItIsTheSource) {
+    IconWidget icon("moving");
+    icon.set_color("#ff0000");
+    icon.resize(20, 20);
+    ASSERT_TRUE(icon.frame_timer);
+    EXPECT_EQ(icon.frame_timer->interval(), 16);
+    icon.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return color_at(icon, 10, 10) == red; }, 2000));
+    icon.set_source("full");
+    QTest::qWait(1);
+    EXPECT_TRUE(icon.findChildren<QTimer*>().isEmpty());
+    EXPECT_EQ(color_at(icon, 10, 10), red);
+}
+
+TEST_F(Media, AnImageCoversItsAreaUnlessToldToStayWithin) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", red}, {"Cover", red}, {"Contain", green}, {"Aspect", green}};
+    for (const auto& [fit, corner] : cases) {
+        NodeStyle styled = style("halves.png", fit);
+        styled.radius_bottom_right = 20;
+        ImageWidget image(styled);
+        image.resize(50, 50);
+        const QImage shot = picture_of(image);
+        EXPECT_EQ(color_at(shot, 1, 1), corner) << fit;
+        EXPECT_EQ(color_at(shot, 1, 25), red) << fit;
+        EXPECT_EQ(color_at(shot, 48, 25), blue) << fit;
+        EXPECT_EQ(color_at(shot, 49, 49), nothing) << "outside the rounded corner";
+        image.set_opacity(0.5);
+        EXPECT_NEAR(picture_of(image).pixelColor(40, 25).alpha(), 192, 2)
+            << "fill and picture, each at half";
+    }
+}
+
+TEST_F(Media, AnImageTakesAnyKindOfFileAndSvgItsTextColour) {
+    ImageWidget image(style("wide.SVG"));
+    EXPECT_EQ(loaded_color(image), blue);
+    image.apply_style(style("wide.SVG", "", "#ff0000"));
+    EXPECT_EQ(loaded_color(image), red);
+    EXPECT_EQ(image.natural_size(), QSize(48, 24));
+    for (const char* bad :
+         {"", "missing.png", "broken.png", "broken.svg", "/etc", "http://127.0.0.1:1/x.png"}) {
+        image.set_source("halves.png");
+        EXPECT_EQ(loaded_color(image), red);
+        image.set_source(bad);
+        EXPECT_EQ(loaded_color(image), green) << bad;
+    }
+    image.set_source("moving.svg");
+    image.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return color_at(image, 2, 2) == red; }, 2000));
+}
+
+TEST_F(Media, ALargePictureIsReducedByAveraging) {
+    QImage stripes(400, 400, QImage::Format_RGB32);
+    for (int x = 0; x < 400; ++x)
+        QPainter(&stripes).fillRect(x, 0, 1, 400, x % 2 ? Qt::white : Qt::black);
+    stripes.save(QString::fromStdString((dir / "stripes.png").string()));
+    ImageWidget image(style("stripes.png"));
+    image.resize(20, 20);
+    const QImage shot = picture_of(image);
+    for (int x = 1; x < 19; ++x)
+        EXPECT_NEAR(shot.pixelColor(x, 10).red(), 127, 25) << x;
+}
+
+TEST_F(Media, ARemotePictureIsFetchedOnceAndReplacesNoNewerSource) {
+    int fetches = 0;
+    LoopbackServer server([&](const LoopbackServer::Request& request, QTcpSocket& socket) {
+        QBuffer png;
+        png.open(QIODevice::WriteOnly);
+        two_halves(40, 40).save(&png, "PNG");
+        if (request.path == "/404.png")
+            answer(socket, "404 Not Found", png.data());
+        else if (request.path == "/text.png")
+            answer(socket, "200 OK", "text");
+        else
+            QTimer::singleShot(++fetches * 30, &socket,
+                               [&socket, data = png.data()] { answer(socket, "200 OK", data); });
+    });
+    for (const char* path : {"/404.png", "/text.png"}) {
+        ImageWidget image(style(server.url(path)));
+        EXPECT_EQ(loaded_color(image), green) << path;
+        image.set_source(server.url(path));
+        EXPECT_TRUE(image.loading) << "a failure is tried again";
+    }
+    const std::string url = server.url("/picture.png");
+    { const ImageWidget gone(style(url)); } // the reply finds nobody
+    {
+        ImageWidget image(style(url));
+        EXPECT_TRUE(image.loading);
+        EXPECT_EQ(color_at(image, 2, 2), green);
+        image.set_source("wide.svg");
+        QTest::qWait(100);
+        EXPECT_EQ(loaded_color(image), blue);
+        EXPECT_EQ(fetches, 2) << "two widgets during one load fetch twice";
+    }
+    ImageWidget later(style(url));
+    EXPECT_FALSE(later.loading);
+    EXPECT_EQ(loaded_color(later), red);
+    EXPECT_EQ(fetches, 2);
+}
+
+namespace {
+
+/// "min..max" of both sides; a fixed side is one number, a free one "free".
+std::string limits_of(const QWidget& widget) {
+    const auto side = [](int least, int most) {
+        if (least == most)
+            return std::to_string(least);
+        return least == 0 && most == QWIDGETSIZE_MAX
+                   ? std::string("free")
+                   : std::to_string(least) + ".." + std::to_string(most);
+    };
+    return side(widget.minimumWidth(), widget.maximumWidth()) + " x " +
+           side(widget.minimumHeight(), widget.maximumHeight());
+}
+
+} // namespace
+
+TEST_F(Media, SizesAreAsGivenAndIconsAndMediaKeepTheirProportions) {
+    const double huge = 1e300;
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const struct {
+        NodeStyle style;
+        const char* plain;
+        const char* icon;
+        const char* image;
+    } cases[] = {
+        {{}, "free x free", "free x free", "free x free"},
+        {{.width = 30}, "30 x free", "30 x 15", "30 x free"},
+        {{.height = 15}, "free x 15", "30 x 15", "free x 15"},
+        {{.width = 23.6, .height = 11.4}, "23 x 11", "24 x 11", "23 x 11"},
+        {{.width = 5, .fit = "Aspect"}, "5 x free", "5 x 3", "5 x 3"},
+        {{.width = 30.5, .height = 40, .aspect_ratio = 2}, "30 x 40", "31 x 40", "31 x free"},
+        {{.width = -5, .height = 0.5}, "free x free", "1 x 1", "free x free"},
+        {{.width = huge, .height = nan}, "free x free", "free x free", "free x free"},
+    };
+    QWidget plain;
+    IconWidget icon("wide");
+    icon.reload();
+    ImageWidget image(style("wide.svg"));
+    for (const auto& c : cases) {
+        apply_fixed_size(&plain, c.style);
+        apply_icon_size(&icon, c.style);
+        apply_media_size(&image, c.style);
+        EXPECT_EQ(limits_of(plain), c.plain);
+        EXPECT_EQ(limits_of(icon), c.icon);
+        EXPECT_EQ(limits_of(image), c.image);
+        EXPECT_EQ(image.sizePolicy().hasHeightForWidth(), c.style.aspect_ratio > 0);
+        EXPECT_EQ(image.heightForWidth(101), c.style.aspect_ratio > 0 ? 51 : -1);
+    }
+}
