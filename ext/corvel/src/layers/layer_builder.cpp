@@ -13,7 +13,7 @@ namespace Layers {
 namespace {
 
 constexpr std::size_t repetitions_per_file = 300'000;
-constexpr std::size_t texts_per_name = 10'000;
+constexpr std::size_t bytes_per_name = 1'000'000; // of all texts that an expansion stands for
 
 enum class ItemKind { StateSet, Attribute, Layer, GroupSet };
 
@@ -262,8 +262,10 @@ template <class Visit>
 void LayerBuilder::for_each_text(const NameNode& name, Visit visit) {
     if (is_plain(name))
         return visit(plain_text(name, name_buffer_));
-    const std::vector<std::string> texts = unfold(name, texts_per_name);
-    if (texts.size() == texts_per_name)
+    if (repetitions_left_ == 0)
+        return;
+    const std::vector<std::string> texts = unfold(name, bytes_per_name);
+    if (texts.empty() && stands_for_something(name))
         repetitions_left_ = 0;
     for (const std::string& text : texts)
         visit(text);

@@ -14,6 +14,22 @@ void append_word(std::string& text, std::string_view word) {
     text += word;
 }
 
+// Whether the texts of a name might take more than `limit` bytes together.
+bool takes_more(const NameNode& name, std::size_t limit) {
+    std::size_t count = 1;
+    std::size_t length = 0;
+    for (const NamePart& part : name.parts) {
+        std::size_t longest = 0;
+        for (const std::string_view alternative : part.alternatives)
+            longest = std::max(longest, alternative.size());
+        count *= part.alternatives.size();
+        length += longest + 1;
+        if (count > limit || length > limit)
+            return true;
+    }
+    return count * length > limit;
+}
+
 } // namespace
 
 bool is_plain(const NameNode& name) {
@@ -42,17 +58,14 @@ bool stands_for_something(const NameNode& name) {
 
 std::vector<std::string> unfold(const NameNode& name, std::size_t limit) {
     std::vector<std::string> texts;
-    if (name.empty())
+    if (name.empty() || takes_more(name, limit))
         return texts;
     texts.emplace_back();
     for (const NamePart& part : name.parts) {
         std::vector<std::string> longer;
         for (const std::string& text : texts)
-            for (const std::string_view alternative : part.alternatives) {
-                if (longer.size() == limit)
-                    break;
+            for (const std::string_view alternative : part.alternatives)
                 append_word(longer.emplace_back(text), alternative);
-            }
         texts = std::move(longer);
     }
     std::erase(texts, "");

@@ -2,6 +2,7 @@
 
 #include "layers/syntax_tree.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,7 @@ bool stands_for_something(const NameNode& name);
 
 /// All texts of a name, the product of its parts' alternatives with the last part varying fastest:
 /// "(Top, Bottom) (Left, Right)" gives Top Left, Top Right, Bottom Left, Bottom Right. Empty texts
-/// are left out, and of a product larger than `limit` all that is beyond it.
+/// are left out. Nothing if they might take more than `limit` bytes together.
 std::vector<std::string> unfold(const NameNode& name, std::size_t limit);
 
 } // namespace Layers
