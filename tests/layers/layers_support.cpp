@@ -9,45 +9,55 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 namespace Layers {
 
-std::vector<std::string> lines_of(const std::vector<Diagnostic>& diagnostics) {
-    std::vector<std::string> lines;
+std::string lines_of(const std::vector<Diagnostic>& diagnostics) {
+    std::string lines;
     for (const Diagnostic& diagnostic : diagnostics)
-        lines.push_back(std::to_string(diagnostic.line) + ": " + diagnostic.message);
+        lines += std::to_string(diagnostic.line) + ": " + diagnostic.message + "\n";
     return lines;
 }
 
 LogCapture::LogCapture() {
-    set_log_sink([this](const std::string& line) { lines_.push_back(line); });
+    set_log_sink([this](const std::string& line) { lines_ += line + "\n"; });
 }
 
 LogCapture::~LogCapture() {
     set_log_sink({});
-    for (const std::string& line : lines_)
-        ADD_FAILURE() << "unexpected in the log: " << line;
+    EXPECT_EQ(lines_, "") << "unexpected in the log";
 }
 
-std::vector<std::string> LogCapture::take() {
+std::string LogCapture::take() {
     return std::exchange(lines_, {});
 }
 
-void StyleTree::load(const std::vector<std::string_view>& texts) {
+StyleTree::StyleTree(std::string_view text) {
+    EXPECT_EQ(load(text), "");
+    link();
+}
+
+std::string StyleTree::load(std::string_view text) {
+    constexpr std::string_view next_file = "---\n";
+    std::string diagnostics;
     LayerBuilder builder(root);
-    for (const std::string_view text : texts) {
-        Lexer lexer(text);
+    for (bool more = true; more;) {
+        const std::size_t end = text.find(next_file);
+        more = end != std::string_view::npos;
+        Lexer lexer(text.substr(0, end));
         Parser parser(lexer);
         const FileNode file = parser.parse_file();
-        EXPECT_EQ(lines_of(lexer.diagnostics()), std::vector<std::string>{});
-        EXPECT_EQ(lines_of(parser.diagnostics()), std::vector<std::string>{});
+        diagnostics += lines_of(lexer.diagnostics()) + lines_of(parser.diagnostics());
         builder.pour(file);
+        text.remove_prefix(more ? end + next_file.size() : 0);
     }
     resolve_bases(root);
     for (const std::unique_ptr<LObject>& child : root.children())
         if (LLayer* const layer = child->as_layer())
             link_layer(*layer);
+    return diagnostics;
 }
 
 void StyleTree::link() {
@@ -93,9 +103,8 @@ std::string show(const AttributeValue& value) {
     return text.str();
 }
 
-namespace {
-
-void show_children(std::string& text, const LObject& object, std::size_t depth) {
+std::string show(const LObject& object, std::size_t depth) {
+    std::string text;
     for (const std::unique_ptr<LObject>& child : object.children()) {
         text += std::string(depth * 2, ' ') + child->name();
         if (const LLayer* const layer = child->as_layer())
@@ -103,16 +112,8 @@ void show_children(std::string& text, const LObject& object, std::size_t depth) 
         else if (const LAttribute* const attribute = child->as_attribute())
             text += attribute->has_link() ? " -> " + attribute->link_path()
                                           : " = " + show(attribute->value());
-        text += '\n';
-        show_children(text, *child, depth + 1);
+        text += "\n" + show(*child, depth + 1);
     }
-}
-
-} // namespace
-
-std::string show(const LObject& object) {
-    std::string text;
-    show_children(text, object, 0);
     return text;
 }
 

@@ -9,10 +9,10 @@
 
 namespace Layers {
 
-/// "line: message" for each diagnostic.
-std::vector<std::string> lines_of(const std::vector<Diagnostic>& diagnostics);
+/// "line: message" for each diagnostic, a line each.
+std::string lines_of(const std::vector<Diagnostic>& diagnostics);
 
-/// Collects the log while it lives. A line that nobody took fails the test.
+/// Collects the log while it lives. What nobody took fails the test.
 class LogCapture {
 public:
     LogCapture();
@@ -20,21 +20,23 @@ public:
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    std::vector<std::string> take();
+    /// The lines so far.
+    std::string take();
 
 private:
-    std::vector<std::string> lines_;
+    std::string lines_;
 };
 
-/// A style tree made from texts, each taken as a file of one directory.
+/// A style tree made from texts as a load of files makes it.
 class StyleTree {
 public:
     StyleTree() = default;
-    explicit StyleTree(std::string_view text) { load({text}); }
+    /// Loads and links a text that has no faults.
+    explicit StyleTree(std::string_view text);
 
-    /// Pours the texts and composes inheritance, as the load of a directory does. A diagnostic
-    /// fails the test.
-    void load(const std::vector<std::string_view>& texts);
+    /// Pours the files of `text`, parted by lines "---", and composes inheritance, faults or not.
+    /// Gives the diagnostics.
+    std::string load(std::string_view text);
     void link();
 
     LLayer& layer(const std::string& path);
@@ -50,6 +52,6 @@ std::string show(const AttributeValue& value);
 
 /// The tree below a layer, one object a line and two blanks a level: "Name = 1", "Name -> Path",
 /// "Layer:", "Layer << Base:".
-std::string show(const LObject& object);
+std::string show(const LObject& object, std::size_t depth = 0);
 
 } // namespace Layers
