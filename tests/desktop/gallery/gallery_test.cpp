@@ -81,8 +81,7 @@ public:
         app_.set_visible("Gallery/Dialog", true);
         render();
         QWidget* open = QApplication::activeModalWidget();
-        EXPECT_TRUE(open);
-        const QImage picture = open ? flat(*open) : QImage();
+        const QImage picture = flat(*open);
         app_.set_visible("Gallery/Dialog", false);
         render();
         return picture;
@@ -92,8 +91,6 @@ public:
         EXPECT_TRUE(app_.set_theme(theme));
         render();
     }
-
-    QWidget* window() { return window_.get(); }
 
 private:
     void write_media() {
@@ -157,19 +154,14 @@ private:
     std::unique_ptr<QWidget> window_;
 };
 
-struct Width {
-    const char* name;
-    int pixels;
-};
-const std::vector<Width> widths = {{"wide", 1000}, {"medium", 760}, {"narrow", 520}};
-
 } // namespace
 
 TEST(GalleryPictures, EachThemeAtEachWidth) {
     for (const auto& [theme, name] : {std::pair(dark, "dark"), std::pair(light, "light")}) {
         Gallery gallery(theme);
-        for (const Width& width : widths)
-            expect_like_reference(gallery.page(width.pixels), std::string(name) + "-" + width.name);
+        for (const auto& [width, pixels] :
+             {std::pair("-wide", 1000), std::pair("-medium", 760), std::pair("-narrow", 520)})
+            expect_like_reference(gallery.page(pixels), std::string(name) + width);
         expect_like_reference(gallery.dialog(), std::string(name) + "-dialog");
     }
 }
@@ -188,10 +180,8 @@ TEST(GalleryPictures, TheComparisonSeesAFault) {
     QImage shifted = picture;
     QPainter(&picture).fillRect(20, 20, 30, 10, Qt::black);
     QPainter(&shifted).fillRect(20, 21, 30, 10, Qt::black);
-    EXPECT_EQ(difference(picture, picture), "");
     EXPECT_EQ(difference(picture, shifted), "60 pixels differ, from (20, 20) to (49, 30)");
-    EXPECT_EQ(difference(picture, QImage(1, 2, QImage::Format_ARGB32)),
-              "it is 200 x 100 instead of 1 x 2");
+    EXPECT_EQ(difference(picture, QImage()), "it is 200 x 100 instead of 0 x 0");
     QImage slightly = picture;
     slightly.setPixelColor(100, 50, Qt::red);
     EXPECT_EQ(difference(picture, slightly), "");
