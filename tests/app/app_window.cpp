@@ -1,15 +1,19 @@
 #include "app_window.h"
 
+#include "desktop/widgets/combo_widget.h"
 #include "desktop/widgets/editor_widget.h"
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QLineEdit>
 #include <QTest>
 #include <QTextEdit>
 #include <QWidget>
+
+#include <functional>
 
 namespace TestSupport {
 
@@ -22,14 +26,13 @@ void settle() {
     }
 }
 
-/// The path of the node at or below `row` that carries the intent; empty if there is none.
-std::string find_intent(const Corvel::RenderNode& node, const std::string& row,
-                        const std::string& intent) {
-    const std::string& path = node.path;
-    if (path.starts_with(row) && node.style->intent == intent)
-        return path;
+/// The path of the first node that matches; empty if there is none.
+std::string find_node(const Corvel::RenderNode& node,
+                      const std::function<bool(const Corvel::RenderNode&)>& matches) {
+    if (matches(node))
+        return node.path;
     for (const Corvel::RenderNode& child : node.children)
-        if (std::string found = find_intent(child, row, intent); !found.empty())
+        if (std::string found = find_node(child, matches); !found.empty())
             return found;
     return {};
 }
@@ -51,24 +54,39 @@ void AppWindow::start(const std::vector<std::filesystem::path>& files) {
     settle();
 }
 
-QWidget* AppWindow::widget(const std::string& path) const {
-    return view.widget_at(path);
+void AppWindow::open(const std::filesystem::path& file) {
+    click("Right Tabs/App Tab");
+    platform.next_picks = {file.string()};
+    click("Home/Open Button");
 }
 
-void AppWindow::click(const std::string& path) {
-    QWidget* target = widget(path);
-    ASSERT_NE(target, nullptr) << path;
+std::string AppWindow::path_of(const std::string& node) const {
+    return find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
+        return ("/" + tried.path.get()).ends_with("/" + node);
+    });
+}
+
+QWidget* AppWindow::widget(const std::string& node) const {
+    return view.widget_at(path_of(node));
+}
+
+void AppWindow::click(const std::string& node) {
+    QWidget* target = widget(node);
+    ASSERT_NE(target, nullptr) << node;
     QTest::mouseClick(target, Qt::LeftButton);
     settle();
 }
 
-void AppWindow::row_action(const std::string& row_path, const std::string& action) {
-    click(find_intent(app->build_render_tree(), row_path, "list:" + action));
+void AppWindow::row_action(const std::string& row, const std::string& action) {
+    click(find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
+        return tried.style->intent == "list:" + action &&
+               ("/" + tried.path.get() + "/").find("/" + row + "/") != std::string::npos;
+    }));
 }
 
-void AppWindow::type(const std::string& path, const std::string& text) {
-    auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(path));
-    ASSERT_NE(editor, nullptr) << path;
+void AppWindow::type(const std::string& node, const std::string& text) {
+    auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(node));
+    ASSERT_NE(editor, nullptr) << node;
     QWidget* field = editor->line_edit;
     if (editor->multiline)
         field = editor->text_edit;
@@ -80,8 +98,19 @@ void AppWindow::type(const std::string& path, const std::string& text) {
     settle();
 }
 
-std::string AppWindow::editor_text(const std::string& path) const {
-    const auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(path));
+QComboBox* AppWindow::combo(const std::string& node) const {
+    return qobject_cast<Corvel::ComboWidget*>(widget(node))->combo;
+}
+
+void AppWindow::choose(const std::string& node, int index) {
+    QComboBox* box = combo(node);
+    box->setCurrentIndex(index);
+    Q_EMIT box->activated(index);
+    settle();
+}
+
+std::string AppWindow::editor_text(const std::string& node) const {
+    const auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(node));
     if (!editor)
         return "(no editor)";
     return (editor->multiline ? editor->text_edit->toPlainText() : editor->line_edit->text())
@@ -90,8 +119,28 @@ std::string AppWindow::editor_text(const std::string& path) const {
 
 void AppWindow::advance(int milliseconds) {
     platform.advance(milliseconds);
-    app->on_async_change();
+    if (app->on_async_change)
+        app->on_async_change();
     settle();
+}
+
+void AppWindow::confirm() {
+    click("Confirm Dialog/Body/Actions/Confirm Button");
+}
+
+void AppWindow::cancel() {
+    click("Confirm Dialog/Body/Actions/Cancel Button");
+}
+
+std::string AppWindow::question() const {
+    std::string words;
+    find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
+        const bool found = tried.path.get() == "App/Confirm Dialog/Body/Message";
+        if (found)
+            words = tried.text;
+        return found;
+    });
+    return words;
 }
 
 } // namespace TestSupport
