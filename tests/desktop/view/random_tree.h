@@ -54,73 +54,70 @@ public:
 
 private:
     NodeKind any_kind() { return one_in(2) ? NodeKind::Box : static_cast<NodeKind>(number(0, 13)); }
-    static bool takes_children(NodeKind kind) {
-        return kind == NodeKind::Box || kind == NodeKind::Button || kind == NodeKind::CheckBox;
-    }
     std::vector<RenderNode>::iterator any_place(std::vector<RenderNode>& nodes, int from_end) {
         return nodes.begin() + number(0, static_cast<int>(nodes.size()) - from_end);
     }
 
     void add_child(RenderNode& parent) {
-        RenderNode child = node(any_kind(), "N" + std::to_string(number(1, 6)));
-        if (one_in(6)) // like the id of a row
-            child.name = child.name.get() + "/x";
+        const std::string row = one_in(6) ? "/x" : ""; // the ids of rows hold slashes
+        RenderNode child = node(any_kind(), "N" + std::to_string(number(1, 6)) + row);
         for (const RenderNode& sibling : parent.children)
             if (sibling.name == child.name)
                 return;
         child.text = word();
         for (int times = number(0, 6); times > 0; --times)
             restyle(child);
-        if (takes_children(child.kind) && one_in(2))
-            add_child(child);
-        if (takes_children(parent.kind) || one_in(10))
+        const bool takes_children = parent.kind == NodeKind::Box ||
+                                    parent.kind == NodeKind::Button ||
+                                    parent.kind == NodeKind::CheckBox;
+        if (takes_children || one_in(10))
             parent.children.insert(any_place(parent.children, 0), std::move(child));
     }
 
     void restyle(RenderNode& chosen) {
-        NodeStyle& style = chosen.style.edit();
+        NodeStyle& s = chosen.style.edit();
         const auto size = [this] { return one_in(2) ? 0 : number(1, 300); };
         const auto fraction = [this] { return one_of({0.0, 0.25, 0.5, 1.0}); };
-        const auto overlay = [this, &style] {
-            style.overlay =
-                one_of({"", "", "PinnedBottom", "Modal", "BottomSheet", "ModalSheet", "SideSheet"});
-        };
-        const auto slide = [&] { style.offset_x = style.offset_y = fraction(); };
         const std::function<void()> edits[] = {
-            overlay,
-            overlay,
-            slide,
-            slide,
             [&] {
-                style.layout_direction = one_of({"", "Row", "Row-Reverse", "Column-Reverse"});
+                s.overlay = one_of({"", "PinnedBottom", "BottomSheet", "ModalSheet"});
             },
             [&] {
-                style.layout_align = one_of({"", "Start", "End", "Stretch"});
+                s.overlay = one_of({"", "", "Modal", "SideSheet"});
+            },
+            [&] { s.offset_x = s.offset_y = fraction(); },
+            [&] { s.offset_x = s.offset_y = fraction(); },
+            [&] {
+                s.layout_direction = one_of({"", "Row", "Row-Reverse", "Column-Reverse"});
             },
             [&] {
-                style.layout_justify = one_of({"", "Start", "End"});
+                s.layout_align = one_of({"", "Start", "End", "Stretch"});
             },
             [&] {
-                style.layout_scroll = one_of({"", "", "Vertical", "Both"});
+                s.layout_justify = one_of({"", "Start", "End"});
             },
-            [&] { style.layout_grow = number(0, 2); },
-            [&] { style.max_width = size(); },
             [&] {
-                style.margin_left = one_of({0, 8});
+                s.layout_scroll = one_of({"", "", "Vertical", "Both"});
             },
-            [&] { style.width = size(), style.height = size(); },
-            [&] { style.opacity = fraction(); },
-            [&] { style.collapsed = !style.collapsed; },
-            [&] { style.padding_bottom = number(0, 20), style.border_thickness = number(0, 3); },
-            [&] { style.multiline = !style.multiline, style.read_only = one_in(3); },
+            [&] { s.layout_grow = number(0, 2); },
+            [&] { s.max_width = size(); },
             [&] {
-                style.data = word(), style.source = one_of({"", "an-icon"});
+                s.margin_left = one_of({0, 8});
             },
-            [&] { style.text_color = colour(), style.fill.text = colour(); },
+            [&] { s.width = size(), s.height = size(); },
+            [&] { s.opacity = fraction(); },
+            [&] { s.collapsed = !s.collapsed; },
+            [&] { s.padding_bottom = number(0, 20), s.border_thickness = number(0, 3); },
+            [&] { s.multiline = !s.multiline, s.read_only = one_in(3); },
+            [&] {
+                s.data = word(), s.source = one_of({"", "an-icon"});
+            },
+            [&] { s.text_color = colour(), s.fill.text = colour(); },
             [&] { chosen.text = word(); },
             [&] {
-                if (chosen.kind == NodeKind::ComboBox)
-                    chosen.items = {{"a", word()}, {"b", word()}};
+                chosen.items = {{"a", word()}, {"b", word()}};
+            },
+            [&] {
                 chosen.selected = one_of({"a", "b", "c"});
             },
         };

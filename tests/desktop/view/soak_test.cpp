@@ -1,7 +1,5 @@
 #include "desktop/max_width_container.h"
 #include "desktop/widgets/icon_widget.h"
-#include "desktop/widgets/markdown_widget.h"
-#include "desktop/widgets/qr_widget.h"
 #include "random_tree.h"
 #include "runtime/render_diff.h"
 
@@ -55,40 +53,33 @@ protected:
         ASSERT_TRUE(dnode && dnode->kind == node.kind && dnode->parent == parent);
         seen.insert("kind " + std::to_string(static_cast<int>(node.kind)));
         EXPECT_EQ(dnode->widget->objectName().toStdString(), node.name.get());
-        EXPECT_EQ(dnode->effective_opacity,
-                  (parent ? parent->effective_opacity : 1) * node.style->opacity);
-        check_content(node, *dnode);
+        const double opacity = node.style->opacity * (parent ? parent->effective_opacity : 1);
+        EXPECT_EQ(dnode->effective_opacity, opacity);
+        EXPECT_TRUE(!dnode->box || dnode->box->opacity == opacity);
+        EXPECT_TRUE(!dnode->box || dnode->box->style == node.style);
+        EXPECT_TRUE(!dnode->label || dnode->label->text().toStdString() == node.text.get());
+        EXPECT_TRUE(!dnode->editor || dnode->editor->wanted_text.toStdString() == node.text.get());
+        EXPECT_TRUE(!dnode->combo || dnode->combo->items == node.items.get());
+        EXPECT_TRUE(!dnode->icon || dnode->icon->color == node.style->text_color);
+        EXPECT_EQ(dnode->scroll_area != nullptr,
+                  dnode->layout && !node.style->layout_scroll.empty());
         check_place(node, *dnode);
         std::size_t in_layout = dnode->label ? 1 : 0;
         for (const RenderNode& child : node.children) {
             check_node(child, dnode);
-            in_layout +=
-                state.floating.contains(child.path) || state.modals.contains(child.path) ? 0 : 1;
+            in_layout += !state.floating.contains(child.path) && !state.modals.contains(child.path);
         }
         EXPECT_TRUE(!dnode->layout || laid_out(node.path).size() == in_layout);
     }
 
-    void check_content(const RenderNode& node, const DNode& dnode) {
-        EXPECT_TRUE(!dnode.box || dnode.box->style == node.style);
-        EXPECT_TRUE(!dnode.label || dnode.label->text().toStdString() == node.text.get());
-        EXPECT_TRUE(!dnode.editor || dnode.editor->wanted_text.toStdString() == node.text.get());
-        EXPECT_TRUE(!dnode.combo || dnode.combo->items == node.items.get());
-        EXPECT_TRUE(!dnode.icon || dnode.icon->color == node.style->text_color);
-        EXPECT_TRUE(!dnode.qr || dnode.qr->data == node.style->data);
-        EXPECT_TRUE(!dnode.markdown || dnode.markdown->text.toStdString() == node.text.get());
-        EXPECT_EQ(dnode.scroll_area != nullptr, dnode.layout && !node.style->layout_scroll.empty());
-    }
-
     /// A node stands in its parent's layout, or floats, or is a window, or lies apart.
     void check_place(const RenderNode& node, const DNode& dnode) {
-        const bool floats = dnode.bar_floating || dnode.side_floating;
-        EXPECT_EQ(state.floating.contains(node.path), floats);
         EXPECT_TRUE(dnode.outer == dnode.widget || dnode.outer->isAncestorOf(dnode.widget));
+        EXPECT_EQ(state.floating.contains(node.path), dnode.bar_floating || dnode.side_floating);
         if (state.modals.contains(node.path)) {
             seen.insert("window");
             EXPECT_NE(dnode.widget->window(), window.get());
-            EXPECT_FALSE(floats);
-        } else if (floats) {
+        } else if (state.floating.contains(node.path)) {
             seen.insert(dnode.bar_floating ? "bar" : "side");
             EXPECT_EQ(dnode.outer->parentWidget(), dnode.parent->box);
         } else if (dnode.parent && !dnode.parent->layout) {
@@ -104,24 +95,23 @@ protected:
     /// No widget is left over, and none opened on its own.
     void check_counts() {
         EXPECT_EQ(state.nodes.size(), checked);
-        std::map<std::string, std::size_t> wanted, alive;
+        std::map<std::string, long> wanted, alive;
         for (const auto& [path, dnode] : state.nodes) {
             ++wanted[dnode.widget->metaObject()->className()];
-            wanted["Corvel::VBoxWidget"] += dnode.side_scrim ? 1 : 0;
-            wanted["Corvel::WrapLabel"] += dnode.label && dnode.label != dnode.widget ? 1 : 0;
-            wanted["Corvel::IconWidget"] += dnode.editor && dnode.editor->prefix_icon ? 1 : 0;
-            wanted["QScrollArea"] += dnode.scroll_area ? 1 : 0;
+            wanted["Corvel::VBoxWidget"] += dnode.side_scrim != nullptr;
+            wanted["Corvel::WrapLabel"] += dnode.label && dnode.label != dnode.widget;
+            wanted["Corvel::IconWidget"] += dnode.editor && dnode.editor->prefix_icon;
+            wanted["QScrollArea"] += dnode.scroll_area != nullptr;
             wanted["Corvel::MaxWidthContainer"] +=
-                qobject_cast<MaxWidthContainer*>(dnode.outer) ? 1 : 0;
+                qobject_cast<MaxWidthContainer*>(dnode.outer) != nullptr;
         }
-        for (QWidget* widget : QApplication::allWidgets())
+        for (QWidget* widget : QApplication::allWidgets()) {
             ++alive[widget->metaObject()->className()];
+            alive["windows"] += widget->isWindow() && widget->isVisible();
+        }
+        wanted["windows"] = 1 + static_cast<long>(state.modals.size());
         for (const auto& [class_name, count] : wanted)
             EXPECT_EQ(alive[class_name], count) << class_name;
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        EXPECT_EQ(std::count_if(windows.begin(), windows.end(),
-                                [](const QWidget* top) { return top->isVisible(); }),
-                  static_cast<long>(1 + state.modals.size()));
     }
 
     RandomTree random;

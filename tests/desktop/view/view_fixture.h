@@ -38,13 +38,8 @@ using namespace Corvel;
 
 /// A node without a path; the patch that carries it gives it one.
 inline RenderNode node(NodeKind kind, const std::string& name, NodeStyle style = {},
-                       std::vector<RenderNode> children = {}) {
-    RenderNode made;
-    made.kind = kind;
-    made.name = name;
-    made.style = std::move(style);
-    made.children = std::move(children);
-    return made;
+                       std::vector<RenderNode> children = {}, const std::string& text = {}) {
+    return {kind, name, {}, text, std::move(style), {}, {}, std::move(children)};
 }
 
 inline RenderNode box(const std::string& name, NodeStyle style = {},
@@ -53,16 +48,12 @@ inline RenderNode box(const std::string& name, NodeStyle style = {},
 }
 
 inline RenderNode text(const std::string& name, const std::string& words, NodeStyle style = {}) {
-    RenderNode made = node(NodeKind::Text, name, std::move(style));
-    made.text = words;
-    return made;
+    return node(NodeKind::Text, name, std::move(style), {}, words);
 }
 
 inline RenderNode editor(const std::string& name, const std::string& words = {},
                          NodeStyle style = {}) {
-    RenderNode made = node(NodeKind::Editor, name, std::move(style));
-    made.text = words;
-    return made;
+    return node(NodeKind::Editor, name, std::move(style), {}, words);
 }
 
 /// The node with its path below `parent`, and its descendants' with it.
@@ -73,26 +64,19 @@ inline RenderNode at(const std::string& parent, RenderNode made) {
     return made;
 }
 
-inline RenderPatch add(const std::string& parent, RenderNode made, int index = 0) {
-    RenderPatch patch;
-    patch.node = at(parent, std::move(made));
-    patch.path = patch.node.path;
-    patch.parent_path = parent;
-    patch.index = index;
-    return patch;
+inline RenderPatch add(const std::string& parent, RenderNode made, int index = 0,
+                       PatchKind kind = PatchKind::Add) {
+    made = at(parent, std::move(made));
+    return {kind, made.path, parent, index, made};
 }
 
 inline RenderPatch replace(const std::string& parent, RenderNode made) {
-    RenderPatch patch = add(parent, std::move(made));
-    patch.kind = PatchKind::Replace;
-    return patch;
+    return add(parent, std::move(made), 0, PatchKind::Replace);
 }
 
 inline RenderPatch update(const std::string& parent, RenderNode made) {
-    RenderPatch patch = add(parent, std::move(made));
-    patch.kind = PatchKind::Update;
-    patch.node.children.clear();
-    return patch;
+    made.children.clear();
+    return add(parent, std::move(made), 0, PatchKind::Update);
 }
 
 inline RenderPatch removal(const std::string& path) {
