@@ -27,6 +27,18 @@ inline std::string theme_text(const std::string& name, const std::string& member
     return "{\"" + name + "\": {" + members + "}}";
 }
 
+/// The node at `path` below `tree`; null if there is none.
+inline const Corvel::RenderNode* find_node(const Corvel::RenderNode& tree,
+                                           const std::string& path) {
+    if (tree.path == path)
+        return &tree;
+    for (const Corvel::RenderNode& child : tree.children) {
+        if (const Corvel::RenderNode* found = find_node(child, path))
+            return found;
+    }
+    return nullptr;
+}
+
 /// An application whose styles and themes are written by the test. Its root is "App".
 class TestApp {
 public:
@@ -46,21 +58,24 @@ public:
 
     Corvel::CorvelApp* operator->() { return &app; }
 
+    /// The node at `path` of a tree built now; one of another path if there is none.
+    Corvel::RenderNode node(const std::string& path) {
+        const Corvel::RenderNode tree = app.build_render_tree();
+        const Corvel::RenderNode* found = find_node(tree, path);
+        return found ? *found : Corvel::RenderNode();
+    }
+    bool shows(const std::string& path) { return node(path).path == path; }
+    /// The names of the node's children, each followed by a semicolon.
+    std::string children(const std::string& path) {
+        std::string names;
+        for (const Corvel::RenderNode& child : node(path).children)
+            names += child.name.get() + ";";
+        return names;
+    }
+
     TempDir dir;
     Corvel::CorvelApp app;
     bool loaded = false;
 };
-
-/// The node at `path` below `tree`; null if there is none.
-inline const Corvel::RenderNode* find_node(const Corvel::RenderNode& tree,
-                                           const std::string& path) {
-    if (tree.path == path)
-        return &tree;
-    for (const Corvel::RenderNode& child : tree.children) {
-        if (const Corvel::RenderNode* found = find_node(child, path))
-            return found;
-    }
-    return nullptr;
-}
 
 } // namespace TestSupport

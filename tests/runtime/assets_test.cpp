@@ -7,9 +7,7 @@
 namespace Corvel {
 namespace {
 
-using TestSupport::TempDir;
 using TestSupport::TestApp;
-using TestSupport::theme_layer;
 using TestSupport::theme_text;
 using TestSupport::write_file;
 
@@ -19,12 +17,13 @@ protected:
         : earlier_(Layers::set_log_sink([this](const std::string& line) { log_ += line; })) {}
     ~Assets() override { Layers::set_log_sink(earlier_); }
 
-    bool load(const std::string& theme_name) {
+    bool load(const std::string& theme_name, const std::vector<std::string>& folders = {}) {
+        app_.set_root("App");
         return app_.load_assets((dir_ / "themes").string(), (dir_ / "styles").string(), theme_name,
-                                {});
+                                folders);
     }
 
-    TempDir dir_;
+    TestSupport::TempDir dir_;
     std::string log_;
     CorvelApp app_;
 
@@ -36,57 +35,40 @@ TEST_F(Assets, MissingFoldersAreLoggedAndOnlyThemesDecide) {
     EXPECT_FALSE(load("Any"));
     EXPECT_NE(log_.find("widgets"), std::string::npos);
     EXPECT_NE(log_.find("mounts"), std::string::npos);
-    app_.set_root("App");
     const auto first = app_.render_patches();
     ASSERT_EQ(first.size(), 1u);
     EXPECT_EQ(first[0].path, "");
-    EXPECT_EQ(first[0].node.style.get(), NodeStyle());
     EXPECT_TRUE(app_.render_patches().empty());
-}
-
-TEST_F(Assets, ThemesAreTheReadableJsonFilesOfTheFolder) {
-    write_file(dir_ / "themes/good.json", theme_text("Good", ""));
-    write_file(dir_ / "themes/.json", theme_text("No extension", ""));
-    write_file(dir_ / "themes/capitals.JSON", theme_text("Capitals", ""));
-    write_file(dir_ / "themes/text.txt", theme_text("Text", ""));
-    write_file(dir_ / "themes/broken.json", "{");
-    write_file(dir_ / "themes/empty.json", "");
-    write_file(dir_ / "themes/folder.json/deep.json", theme_text("Deep", ""));
-    EXPECT_TRUE(load("None of them"));
-    EXPECT_EQ(app_.themes().size(), 1u);
-    EXPECT_EQ(app_.active_theme(), "Good");
-}
-
-TEST_F(Assets, OnlyBrokenThemesFail) {
     write_file(dir_ / "themes/broken.json", "[]");
     EXPECT_FALSE(load(""));
     EXPECT_EQ(app_.active_theme(), "");
 }
 
-TEST_F(Assets, TheChosenThemeIsTheNamedOrTheLowest) {
-    write_file(dir_ / "themes/1.json", theme_text("b", ""));
-    write_file(dir_ / "themes/2.json", theme_text("a", ""));
-    write_file(dir_ / "themes/3.json", theme_text("C", ""));
-    app_.theme_write = [](const std::string&) {};
+TEST_F(Assets, ThemesAreTheReadableJsonFilesOfTheFolder) {
+    write_file(dir_ / "themes/good.json", theme_text("b", ""));
+    write_file(dir_ / "themes/better.json", theme_text("a", ""));
+    write_file(dir_ / "themes/upper.json", theme_text("C", ""));
+    write_file(dir_ / "themes/.json", theme_text("No extension", ""));
+    write_file(dir_ / "themes/capitals.JSON", theme_text("Capitals", ""));
+    write_file(dir_ / "themes/text.txt", theme_text("Text", ""));
+    write_file(dir_ / "themes/broken.json", "{");
+    write_file(dir_ / "themes/folder.json/deep.json", theme_text("Deep", ""));
     EXPECT_TRUE(load("b"));
     EXPECT_EQ(app_.active_theme(), "b");
+    EXPECT_EQ(app_.themes().size(), 3u);
     EXPECT_TRUE(load("missing"));
-    EXPECT_EQ(app_.active_theme(), "C");
+    EXPECT_EQ(app_.active_theme(), "C"); // the lowest
 }
 
-TEST(AssetOrder, ApplicationBeatsMountsAndLinksReachEverywhere) {
-    TempDir dir;
-    write_file(dir / "styles/widgets/w.lyr", "Kind:\n    Text: App/Word\n    Size.Width: 1\n");
-    write_file(dir / "styles/mounts/m.lyr", "Shared:\n    Size.Width: 2\n    Size.Height: 2\n");
-    write_file(dir / "first/a.lyr", "Shared:\n    Size.Width: 3\n"
-                                    "App << Shared:\n    N << Corvel/Kind\n");
-    write_file(dir / "second/a.lyr", "App:\n    Word: \"linked\"\n");
-    write_file(dir / "themes/t.json", theme_text("T", ""));
-    CorvelApp app;
-    app.set_root("App");
-    EXPECT_TRUE(app.load_assets((dir / "themes").string(), (dir / "styles").string(), "T",
-                                {(dir / "first").string(), (dir / "second").string()}));
-    const RenderNode tree = app.build_render_tree();
+TEST_F(Assets, ApplicationBeatsMountsAndLinksReachEverywhere) {
+    write_file(dir_ / "styles/widgets/w.lyr", "Kind:\n Text: App/Word\n Size.Width: 1\n");
+    write_file(dir_ / "styles/mounts/m.lyr", "Shared:\n Size.Width: 2\n Size.Height: 2\n");
+    write_file(dir_ / "first/a.lyr",
+               "Shared:\n Size.Width: 3\nApp << Shared:\n N << Corvel/Kind\n");
+    write_file(dir_ / "second/a.lyr", "App:\n Word: \"linked\"\n");
+    write_file(dir_ / "themes/t.json", theme_text("T", ""));
+    EXPECT_TRUE(load("T", {(dir_ / "first").string(), (dir_ / "second").string()}));
+    const RenderNode tree = app_.build_render_tree();
     EXPECT_EQ(tree.style->width, 3);
     EXPECT_EQ(tree.style->height, 2);
     ASSERT_EQ(tree.children.size(), 1u);
@@ -98,9 +80,8 @@ TEST(AssetOrder, ApplicationBeatsMountsAndLinksReachEverywhere) {
 std::string theme_attributes(CorvelApp& app) {
     std::string text;
     for (const auto& entry : default_theme()) {
-        const Layers::LAttribute* attribute =
-            app.engine().find_layer("Theme")->find_attribute(entry.first);
-        const Layers::AttributeValue& value = attribute->value();
+        const Layers::AttributeValue& value =
+            app.engine().find_layer("Theme")->find_attribute(entry.first)->value();
         if (const auto* string = std::get_if<std::string>(&value))
             text += *string;
         else if (const auto* number = std::get_if<double>(&value))
@@ -111,57 +92,46 @@ std::string theme_attributes(CorvelApp& app) {
 }
 
 TEST(ThemeSwitch, KeysThatAThemeLacksGetTheirDefaults) {
-    TestApp app("App:\n    Fill: Theme/Primary\n",
-                {theme_text("A", "\"Primary\": \"#aaa\", \"Gradient\": [\"0.25:#1\", \"3:#2\"]"),
-                 theme_text("B", "\"Foreground\": 5, \"Tertiary\": [1]")});
-    EXPECT_EQ(theme_attributes(app.app), "#e3e3e3 0 #1 3 #2 #aaa #2f3136 #25272b ");
+    TestApp app("App:\n Fill: Theme/Primary\n List:\n  Bind: Theme/Secondary\n  Card\n",
+                {theme_text("A", R"("Primary": "#aaa", "Gradient": ["0.25:#1", "3:#2"],
+                                    "Secondary": "ThemeList")"),
+                 theme_text("B", R"("Foreground": 5, "Tertiary": [1])")});
+    EXPECT_EQ(theme_attributes(app.app), "#e3e3e3 0 #1 3 #2 #aaa ThemeList #25272b ");
+    EXPECT_EQ(app.children("App/List"), "A;B;");
     EXPECT_TRUE(app->set_theme("B"));
     EXPECT_EQ(theme_attributes(app.app), "5 0 #3a3c42 1 #42454d #36393f #2f3136  ");
-    EXPECT_EQ(app->build_render_tree().style->fill.text, "#36393f");
+    EXPECT_EQ(app.node("App").style->fill.text, "#36393f");
+    EXPECT_EQ(app.children("App/List"), "Card;");
 }
 
 TEST(ThemeSwitch, OnlyRealChangesAreWritten) {
-    TestApp app("App:\n    Fill: Theme/Primary\n", {theme_text("A", ""), theme_text("B", "")});
-    std::string log;
-    app->theme_write = [&](const std::string& name) { log += name + ";"; };
-    EXPECT_TRUE(app->set_theme("A")); // in force since the load
-    EXPECT_FALSE(app->set_theme("None"));
-    EXPECT_TRUE(app->set_theme("B"));
-    EXPECT_TRUE(app->set_theme(std::string(app->active_theme())));
-    EXPECT_EQ(log, "B;");
-}
-
-TEST(ThemeSwitch, RemovingTheActiveThemeMovesOn) {
-    TestApp app("App:\n    Fill: Theme/Primary\n",
+    TestApp app("App:\n Fill: Theme/Primary\n",
                 {theme_text("A", "\"Primary\": \"#a\""), theme_text("B", "\"Primary\": \"#b\""),
                  theme_text("C", "")});
     std::string log;
     app->theme_write = [&](const std::string& name) { log += name + ";"; };
+    EXPECT_TRUE(app->set_theme("A")); // in force since the load
+    EXPECT_FALSE(app->set_theme("None"));
     EXPECT_FALSE(app->remove_theme("None"));
     EXPECT_TRUE(app->remove_theme("C"));
     EXPECT_EQ(log, "");
-    EXPECT_TRUE(app->remove_theme(app->active_theme()));
+    EXPECT_TRUE(app->remove_theme(app->active_theme())); // moves on to the next
     EXPECT_EQ(app->active_theme(), "B");
-    EXPECT_EQ(app->build_render_tree().style->fill.text, "#b");
+    EXPECT_EQ(app.node("App").style->fill.text, "#b");
     EXPECT_EQ(log, "B;");
-    EXPECT_FALSE(app->remove_theme("B"));
-    EXPECT_EQ(app->themes().size(), 1u);
+    EXPECT_FALSE(app->remove_theme("B")); // the last one stays
 }
 
 TEST(ThemeSwitch, ATextForTheActiveThemeTakesEffectAtOnce) {
-    TestApp app("App:\n    Fill: Theme/Primary\n");
+    TestApp app("App:\n Fill: Theme/Primary\n");
     EXPECT_EQ(app->add_theme_text("{"), "");
     EXPECT_EQ(app->add_theme_text(theme_text("Other", "\"Primary\": \"#1\"")), "Other");
-    EXPECT_EQ(app->build_render_tree().style->fill.text, "#36393f");
+    EXPECT_EQ(app.node("App").style->fill.text, "#36393f");
     EXPECT_EQ(app->add_theme_text(theme_text("Plain", "\"Primary\": \"#2\"")), "Plain");
-    EXPECT_EQ(app->build_render_tree().style->fill.text, "#2");
-}
-
-TEST(ThemeSwitch, WithoutAThemeLayerNothingHappens) {
-    CorvelApp app;
-    EXPECT_EQ(app.add_theme_text(theme_text("T", "")), "T");
-    EXPECT_TRUE(app.set_theme("T"));
-    EXPECT_EQ(app.active_theme(), "T");
+    EXPECT_EQ(app.node("App").style->fill.text, "#2");
+    CorvelApp bare; // without a layer for themes
+    bare.add_theme_text(theme_text("T", ""));
+    EXPECT_TRUE(bare.set_theme("T"));
 }
 
 } // namespace
