@@ -42,6 +42,7 @@ void take_exit(AppContext& context, const BuildRun& run, int code) {
     append_log(context, run, "");
     append_log(context, run, code == 0 ? "=== Build Complete ===" : "=== Build Failed ===");
     context.build->running = false;
+    context.app.set_visible(run.busy_icon, false);
     run.finished();
 }
 
@@ -55,6 +56,7 @@ void start_build(const Context& context, BuildRun run) {
     if (!context->app.process)
         return;
     context->build->running = true;
+    context->app.set_visible(run.busy_icon, true);
     run.log->clear();
     context->app.set_text(run.output_editor, "");
     if (context->app.is_checked(run.advanced_checkbox))

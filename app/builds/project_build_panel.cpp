@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* PANEL = "/Build Panel";
 constexpr const char* ADVANCED_CHECKBOX = "/Advanced Row/Advanced Checkbox";
+constexpr const char* BUSY_ICON = "/Advanced Row/Busy Icon";
 constexpr const char* OUTPUT_EDITOR = "/Output Editor";
 constexpr const char* BUILD_BUTTON = "/Build Button";
 constexpr const char* OUTPUT_BUTTON = "/Output Button";
@@ -32,6 +33,7 @@ void build_project(const Context& context, const std::string& panel) {
     run.log_prefix = "[Build]";
     run.output_editor = panel + OUTPUT_EDITOR;
     run.advanced_checkbox = panel + ADVANCED_CHECKBOX;
+    run.busy_icon = panel + BUSY_ICON;
     run.log = &state.log;
     run.finished = [context] {
         refresh_pending_count(*context);
@@ -44,6 +46,7 @@ void build_project(const Context& context, const std::string& panel) {
 
 void wire_project_build_panel(const Context& context) {
     const std::string panel = context->project_shell.panels + PANEL;
+    context->app.set_visible(panel + BUSY_ICON, false);
     context->app.on_click(panel + BUILD_BUTTON,
                           [context, panel] { build_project(context, panel); });
     context->app.on_click(panel + OUTPUT_BUTTON, [context] {

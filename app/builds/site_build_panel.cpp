@@ -11,6 +11,7 @@ namespace {
 
 constexpr const char* PANEL = "/Build Panel";
 constexpr const char* ADVANCED_CHECKBOX = "/Advanced Row/Advanced Checkbox";
+constexpr const char* BUSY_ICON = "/Advanced Row/Busy Icon";
 constexpr const char* OUTPUT_EDITOR = "/Output Editor";
 constexpr const char* BUILD_BUTTON = "/Actions Row/Build Button";
 constexpr const char* OUTPUT_BUTTON = "/Actions Row/Output Button";
@@ -30,6 +31,7 @@ void build_site(const Context& context, const std::string& panel) {
     run.log_prefix = "[Site]";
     run.output_editor = panel + OUTPUT_EDITOR;
     run.advanced_checkbox = panel + ADVANCED_CHECKBOX;
+    run.busy_icon = panel + BUSY_ICON;
     run.log = &context->build->log;
     run.own_tag = [build = context->build](char tag, std::string_view text) {
         if (tag != 'O')
@@ -50,6 +52,7 @@ void build_site(const Context& context, const std::string& panel) {
 void wire_site_build_panel(const Context& context) {
     context->build = std::make_shared<BuildState>();
     const std::string panel = context->site_shell.panels + PANEL;
+    context->app.set_visible(panel + BUSY_ICON, false);
     context->app.on_click(panel + BUILD_BUTTON, [context, panel] { build_site(context, panel); });
     context->app.on_click(panel + OUTPUT_BUTTON,
                           [context] { open_folder(*context, context->build->output); });

@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* LIST = "versionRows";
 constexpr const char* STATUS_MESSAGE = "/Versions Panel/Status Message";
+constexpr const char* BUSY_ICON = "/Versions Panel/Busy Icon";
 constexpr const char* TABLE = "/Versions Panel/Versions Table";
 constexpr const char* VERSIONS_LIST = "/Versions Panel/Versions Table/Versions List";
 constexpr const char* INCLUDE_CHECKBOX = "/Include Cell/Include Checkbox";
@@ -48,6 +49,7 @@ void publish_rows(const Context& context) {
                          {"status", version_status_text(versions[i].status)}}});
     app.set_rows(LIST, std::move(rows));
     app.set_visible(panels + TABLE, !versions.empty());
+    app.set_visible(panels + BUSY_ICON, false);
     for (std::size_t i = 0; i < versions.size(); ++i) {
         const std::string row = panels + VERSIONS_LIST + "/" + row_id(i);
         const std::string checkbox = row + INCLUDE_CHECKBOX;
@@ -66,6 +68,16 @@ void show_messages(const Context& context, const std::vector<std::string>& messa
     const std::string path = context->project_shell.panels + STATUS_MESSAGE;
     context->app.set_text(path, text);
     context->app.set_visible(path, !text.empty());
+}
+
+/// While the builder looks, an empty panel says so; a filled one keeps its table.
+void show_looking(const Context& context) {
+    if (!context->project->version_rows.empty())
+        return;
+    publish_rows(context);
+    const std::string& panels = context->project_shell.panels;
+    context->app.set_visible(panels + STATUS_MESSAGE, false);
+    context->app.set_visible(panels + BUSY_ICON, true);
 }
 
 void take_listing(const Context& context, VersionListing listing, int code) {
@@ -101,6 +113,7 @@ void refresh_versions(const Context& context) {
     }
     if (!context->app.process)
         return;
+    show_looking(context);
     const auto listing = std::make_shared<VersionListing>();
     context->app.process(
         {"lumenfold-cli", "versions", path, "--porcelain"},

@@ -42,6 +42,7 @@ constexpr const char* REPO_FORM = "/Source Panel/Repo Form";
 constexpr const char* REPOSITORY_LABEL = "/Source Panel/Repository Label";
 constexpr const char* ADD_REPOSITORY_BUTTON = "/Source Panel/Add Repository Button";
 constexpr const char* LOGO_IMAGE = "/Project Panel/Logo Picker/Avatar/Logo Image";
+constexpr const char* LOGO_PLACEHOLDER = "/Project Panel/Logo Picker/Avatar/Placeholder";
 constexpr const char* LOGO_BROWSE_BUTTON = "/Project Panel/Logo Picker/Controls Row/Browse Button";
 
 std::string text_at_pointer(const Json& json, const char* pointer) {
@@ -67,7 +68,9 @@ void use_logo(const Context& context, const std::filesystem::path& file) {
     if (!image)
         return;
     queue_edit(context, "/logo", image->reference);
-    show_replaced_image(context, context->project_shell.panels + LOGO_IMAGE, image->path);
+    const std::string& panels = context->project_shell.panels;
+    show_replaced_image(context, panels + LOGO_IMAGE, image->path);
+    context->app.set_visible(panels + LOGO_PLACEHOLDER, false);
 
     OpenConfig& active = context->active;
     if (context->project->member_index < active.members.size())
@@ -110,8 +113,9 @@ void fill_project_form(const Context& context, const Json& project) {
         fill_editor(app, panels + field.node, text_at_pointer(project, field.pointer));
 
     const std::string logo = text_at(project, "logo");
-    show_image(*context, panels + LOGO_IMAGE,
-               path_to_utf8(resolve_project_logo(member_folder(*context), logo)));
+    const std::string logo_file = path_to_utf8(resolve_project_logo(member_folder(*context), logo));
+    show_image(*context, panels + LOGO_IMAGE, logo_file);
+    app.set_visible(panels + LOGO_PLACEHOLDER, logo_file.empty());
 
     const bool has_repository = member_at(project, "repo").is_object();
     app.set_visible(panels + REPO_FORM, has_repository);

@@ -68,9 +68,8 @@ TEST(SvgAnimationSize, HugeDocumentsAreHarmless) {
 
 std::vector<std::string> shipped_icons() {
     std::vector<std::string> sources;
-    for (const char* name : {"spinner", "update", "building"})
-        sources.push_back(
-            TestSupport::read_file(std::string(SOURCE_ROOT) + "/icons/" + name + ".svg"));
+    for (const char* name : {"icons/spinner", "icons/building", "ext/corvel/icons/update"})
+        sources.push_back(TestSupport::read_file(std::string(SOURCE_ROOT) + "/" + name + ".svg"));
     return sources;
 }
 

@@ -76,9 +76,10 @@ def main() -> int:
         return 2
     files = [pathlib.Path(name) for name in sys.argv[2:]]
     if not files:
-        icons = HERE.parents[2] / "icons"
+        root = HERE.parents[2]
         files = sorted((HERE / "samples").glob("*.svg"))
-        files += [icons / f"{name}.svg" for name in ("spinner", "update", "building")]
+        files += [root / f"{name}.svg"
+                  for name in ("icons/spinner", "icons/building", "ext/corvel/icons/update")]
     OUT.mkdir(exist_ok=True)
     ours, theirs = OUT / "ours.png", OUT / "browser.png"
     subprocess.run([sys.argv[1], str(ours), str(SIZE), ",".join(map(str, TIMES)), *map(str, files)],

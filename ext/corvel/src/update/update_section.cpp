@@ -20,6 +20,7 @@ struct UpdateDialog {
     UpdateSettings settings;
     std::string dialog_path;
     std::string status_path;
+    std::string busy_path; ///< shown while a check that the user asked for is under way
     std::string download_path;
     std::string notes_path;
     std::string skip_path;
@@ -36,6 +37,7 @@ SharedDialog make_dialog(CorvelApp& app, const std::string& root) {
                                                        read_update_settings(app),
                                                        path,
                                                        path + "/Body/Status",
+                                                       path + "/Body/Busy Icon",
                                                        actions + "/Download Button",
                                                        actions + "/Notes Button",
                                                        actions + "/Skip Button",
@@ -64,6 +66,7 @@ void show_update_available(UpdateDialog& dialog, const UpdateResult& result) {
 
 void take_result(UpdateDialog& dialog, const UpdateResult& result, bool manual) {
     dialog.last_result = result;
+    dialog.app.set_visible(dialog.busy_path, false);
     if (!result.success) {
         if (manual)
             show_update_status(dialog, "Could not check for updates: " + result.error);
@@ -78,8 +81,10 @@ void take_result(UpdateDialog& dialog, const UpdateResult& result, bool manual) 
 }
 
 void check_now(const SharedDialog& dialog, bool manual) {
-    if (manual)
+    if (manual) {
         show_update_status(*dialog, "Checking for updates...");
+        dialog->app.set_visible(dialog->busy_path, true);
+    }
     check_for_update(dialog->app, dialog->settings, [dialog, manual](const UpdateResult& result) {
         take_result(*dialog, result, manual);
     });
@@ -132,6 +137,7 @@ void install_update_section(CorvelApp& app, const std::string& root, const std::
                  app.app_version.empty() ? "Development Build" : "Version " + app.app_version);
     const SharedDialog dialog = make_dialog(app, root);
     app.set_visible(dialog->dialog_path, false);
+    app.set_visible(dialog->busy_path, false);
     if (dialog->settings.manifest_url.empty()) {
         app.set_visible(check_button, false);
         return;
