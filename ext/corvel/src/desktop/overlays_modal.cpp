@@ -2,30 +2,73 @@
 #include "desktop/node_create.h"
 #include "desktop/overlays.h"
 #include "desktop/widgets/root_container.h"
+#include "desktop/widgets/vbox_widget.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLayout>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <utility>
+#include <vector>
 
 namespace Corvel {
 
 namespace {
 
-/// A dialog's node decides how long it is open: closed by the window manager, its scrim would stay
-/// and block the program.
+/// The box that closes a dialog, below the dialog's node.
+constexpr const char* EXIT_BUTTON = "/Titlebar/Exit Button";
+
+/// The window of a modal node. Its node decides how long it is open, so Escape and the window
+/// manager's close press the dialog's exit button: closed by itself, its scrim would stay and block
+/// the program. Return in a field presses the button at the bottom right; in a dialog without
+/// fields it does so only if there is one button, so that it never answers a question.
 class DialogWindow : public QWidget {
 public:
-    explicit DialogWindow(QWidget* root)
-        : QWidget(root, Qt::Dialog | Qt::FramelessWindowHint) {
+    DialogWindow(QWidget* root, std::function<void()> leave)
+        : QWidget(root, Qt::Dialog | Qt::FramelessWindowHint)
+        , leave_(std::move(leave)) {
         setAttribute(Qt::WA_TranslucentBackground);
         setWindowModality(Qt::ApplicationModal);
     }
 
 protected:
-    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    void closeEvent(QCloseEvent* event) override {
+        event->ignore();
+        leave_();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape)
+            leave_();
+        else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            accept();
+        else
+            QWidget::keyPressEvent(event);
+    }
+
+private:
+    void accept() {
+        std::vector<std::pair<QPoint, VBoxWidget*>> buttons;
+        for (VBoxWidget* box : findChildren<VBoxWidget*>())
+            if (box->on_click && !box->checkable && box->isVisible())
+                buttons.emplace_back(box->mapTo(this, box->rect().bottomRight()), box);
+        const auto last =
+            std::max_element(buttons.begin(), buttons.end(), [](const auto& a, const auto& b) {
+                return std::pair(a.first.y(), a.first.x()) < std::pair(b.first.y(), b.first.x());
+            });
+        constexpr std::size_t exit_and_one = 2;
+        if (last != buttons.end() &&
+            (qobject_cast<QLineEdit*>(focusWidget()) || buttons.size() <= exit_and_one))
+            last->second->click();
+    }
+
+    std::function<void()> leave_;
 };
 
 QWidget* make_scrim(RootContainer* root) {
@@ -68,7 +111,11 @@ bool is_modal(const RenderNode& node) {
 }
 
 void create_modal(ViewState& view, const RenderNode& node, DNode* parent) {
-    ModalWindow modal{new DialogWindow(view.root), make_scrim(view.root)};
+    const auto leave = [&view, path = node.path.get()] {
+        if (const DNode* exit = view.find(path + EXIT_BUTTON); exit && exit->box)
+            exit->box->click();
+    };
+    ModalWindow modal{new DialogWindow(view.root, leave), make_scrim(view.root)};
     auto* layout = new QVBoxLayout(modal.window);
     layout->setContentsMargins(0, 0, 0, 0);
     ModalNodes inner;
