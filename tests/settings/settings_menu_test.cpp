@@ -24,6 +24,8 @@ const std::string screens = R"(App:
         Body:
             Source List
             Empty State/Learn More Button << Corvel/Button
+    (a, b, s)
+    (A, B)
 )";
 
 const std::string window = "App/Main";
@@ -39,20 +41,16 @@ protected:
 
     void click(const std::string& path) { app->dispatch_event(path, "click"); }
 
-    std::string shown(const std::vector<std::string>& paths) {
-        const RenderNode tree = app->build_render_tree();
-        std::string names;
-        for (const std::string& path : paths)
-            if (TestSupport::find_node(tree, path) != nullptr)
-                names += path.substr(path.rfind('/') + 1) + ";";
-        return names;
+    std::string shown(const std::string& parent, const std::vector<std::string>& names) {
+        std::string found;
+        for (const std::string& name : names)
+            if (app.shows(parent + "/" + name))
+                found += name + ";";
+        return found;
     }
-
-    std::string panes() { return shown({window + "/App Pane", menu, window + "/Help Pane"}); }
-
+    std::string panes() { return shown(window, {"App Pane", "Settings Menu", "Help Pane"}); }
     std::string pages() {
-        return shown(
-            {menu + "/App Settings", menu + "/Appearance Settings", menu + "/More Settings"});
+        return shown(menu, {"App Settings", "Appearance Settings", "More Settings"});
     }
 
     TestSupport::TestApp app{screens};
@@ -60,16 +58,11 @@ protected:
     std::shared_ptr<WindowTabs> tabs;
 };
 
-TEST_F(SettingsMenuTest, StartsWithTheApplication) {
+TEST_F(SettingsMenuTest, TabsSwitchPanesAndPages) {
     EXPECT_EQ(panes(), "App Pane;");
-    EXPECT_EQ(tabs->active, window + "/Titlebar/Right Tabs/App Tab");
-    EXPECT_TRUE(app->has_state(tabs->active, "Selected"));
+    EXPECT_TRUE(app->has_state(window + "/Titlebar/Right Tabs/App Tab", "Selected"));
     EXPECT_TRUE(
         app->has_state(menu + "/Appearance Settings/Appearance Tabs/Theme Tab", "Selected"));
-    EXPECT_EQ(shown({dialog}), "");
-}
-
-TEST_F(SettingsMenuTest, TabsSwitchPanesAndPages) {
     click(window + "/Titlebar/Right Tabs/Settings Tab");
     EXPECT_EQ(panes(), "Settings Menu;");
     EXPECT_EQ(pages(), "App Settings;");
@@ -85,25 +78,52 @@ TEST_F(SettingsMenuTest, TabsSwitchPanesAndPages) {
 }
 
 TEST_F(SettingsMenuTest, TheDirectoriesDialogOpensAndCloses) {
+    EXPECT_FALSE(app.shows(dialog));
     click(menu + "/Appearance Settings/Theme Bar/Manage Theme Directories Button");
-    EXPECT_NE(shown({dialog}), "");
-    const std::vector<std::string> bodies{dialog + "/Body/Source List",
-                                          dialog + "/Body/Empty State"};
-    EXPECT_EQ(shown(bodies), "Empty State;");
+    EXPECT_EQ(shown(dialog + "/Body", {"Source List", "Empty State"}), "Empty State;");
     app->set_rows("themeSources", {{"dir:/a", {}}});
-    EXPECT_EQ(shown(bodies), "Source List;");
+    EXPECT_EQ(shown(dialog + "/Body", {"Source List", "Empty State"}), "Source List;");
     app->set_rows("themeSources", {});
-    EXPECT_EQ(shown(bodies), "Empty State;");
-    click(dialog + "/Titlebar/Exit Button");
-    EXPECT_EQ(shown({dialog}), "");
-}
-
-TEST_F(SettingsMenuTest, LearnMoreOpensTheDocumentation) {
     click(dialog + "/Body/Empty State/Learn More Button");
     EXPECT_EQ(platform.opened_urls,
               std::vector<std::string>{"https://orrinworkshop.example/corvel/docs/custom-themes"});
     app->open_url = {};
     click(dialog + "/Body/Empty State/Learn More Button");
+    click(dialog + "/Titlebar/Exit Button");
+    EXPECT_FALSE(app.shows(dialog));
+}
+
+/// Tabs "a" with panel "A", "b" with "B", and "s" that shares "A".
+TEST_F(SettingsMenuTest, WindowTabsMayShareAPanelAndGo) {
+    WindowTabs own(app.app);
+    own.add("App/a", "App/A", "On");
+    own.add("App/b", "App/B", "On");
+    own.add("App/s", "App/A", "Lit");
+    const auto after = [&](const std::string& tab) {
+        own.select(tab);
+        std::string state;
+        for (const auto& [name, lit] : {std::pair("a", "On"), {"b", "On"}, {"s", "Lit"}})
+            if (app->has_state(std::string("App/") + name, lit))
+                state += name;
+        return state + " " + shown("App", {"A", "B"});
+    };
+    EXPECT_EQ(after("App/a"), "a A;");
+    EXPECT_EQ(after("App/b"), "b B;");
+    EXPECT_EQ(after("App/b"), "b B;");
+    EXPECT_EQ(own.previous, "App/a");
+    EXPECT_EQ(after("App/none"), "b B;");
+    EXPECT_EQ(after(own.previous), "a A;");
+    EXPECT_EQ(own.previous, "App/b");
+    EXPECT_EQ(after("App/s"), "s A;");
+    EXPECT_FALSE(own.remove("App/a"));
+    EXPECT_EQ(after(""), "s A;");
+    EXPECT_TRUE(own.remove("App/s"));
+    EXPECT_EQ(own.active, "");
+    EXPECT_EQ(after(""), " ");
+    own.add("App/b", "App/A", "Lit"); // a known tab is updated
+    EXPECT_EQ(own.entries.size(), 1u);
+    own.select("App/b");
+    EXPECT_TRUE(app->has_state("App/b", "Lit"));
 }
 
 } // namespace

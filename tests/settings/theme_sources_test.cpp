@@ -3,12 +3,50 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 namespace Corvel {
 namespace {
 
 using Names = std::vector<std::string>;
 using TestSupport::theme_text;
 using TestSupport::write_file;
+
+/// An application at its start with the directories that an earlier run has stored.
+struct SettingsRun {
+    explicit SettingsRun(const Names& directories = {}, const std::string& environment = "")
+        : stored(directories) {
+        app->on_rows("themeSources", [this](const std::vector<ListEntry>& now) { rows = now; });
+        ThemeSourceServices services;
+        services.read_directories = [this] { return stored; };
+        services.write_directories = [this](const Names& names) { stored = names, ++writes; };
+        services.choose_directory = [this](const auto& answer) { answer(choice); };
+        services.environment_directory = environment;
+        install_theme_sources(app.app, std::move(services));
+    }
+
+    void add(const std::string& directory) {
+        choice = directory;
+        app->on_any_row_click("themeSources", "", "add");
+    }
+    void remove(const std::string& directory) {
+        app->on_any_row_click("themeSources", "dir:" + directory, "remove");
+    }
+    /// The names on the theme cards.
+    std::string themes() { return app.children("App/Cards"); }
+    std::string labels() const {
+        std::string texts;
+        for (const ListEntry& row : rows)
+            texts += row.fields.at("label") + ";";
+        return texts;
+    }
+
+    TestSupport::TestApp app{"App:\n Cards:\n  Bind: \"ThemeList\"\n  Card << Corvel/Button\n"};
+    Names stored;
+    int writes = 0;
+    std::string choice;
+    std::vector<ListEntry> rows;
+};
 
 class ThemeSourcesTest : public testing::Test {
 protected:
@@ -18,123 +56,105 @@ protected:
         write_file(folder / "one/broken.json", "{");
         write_file(folder / "one/c.JSON", theme_text("C", ""));
         write_file(folder / "two/d.json", theme_text("D", ""));
-        app->on_rows("themeSources", [this](const std::vector<ListEntry>& now) { rows = now; });
-    }
-
-    std::string path(const std::string& name) { return (folder / name).string(); }
-
-    void install(const Names& stored = {}, const std::string& environment = "") {
-        ThemeSourceServices services;
-        services.read_directories = [stored] { return stored; };
-        services.write_directories = [this](const Names& directories) {
-            written.push_back(directories);
-        };
-        services.choose_directory = [this](std::function<void(const std::string&)> answer) {
-            answer(choice);
-        };
-        services.environment_directory = environment;
-        install_theme_sources(app.app, std::move(services));
-    }
-
-    void add(const std::string& directory) {
-        choice = directory;
-        app->on_any_row_click("themeSources", "", "add");
-    }
-
-    void remove(const std::string& directory) {
-        app->on_any_row_click("themeSources", "dir:" + directory, "remove");
-    }
-
-    Names themes() {
-        Names names;
-        for (const auto& [name, theme] : app->themes())
-            names.push_back(name);
-        return names;
-    }
-
-    Names labels() {
-        Names texts;
-        for (const ListEntry& row : rows)
-            texts.push_back(row.fields.at("label"));
-        return texts;
+        write_file(folder / "three/p.json", theme_text("Plain", R"("Primary": "#123456")"));
     }
 
     TestSupport::TempDir folder;
-    TestSupport::TestApp app{"App\n"};
-    std::string choice;
-    std::vector<Names> written;
-    std::vector<ListEntry> rows;
+    const std::string one = (folder / "one").string();
+    const std::string two = (folder / "two").string();
+    const std::string three = (folder / "three").string();
+    const std::string missing = (folder / "missing").string();
 };
 
 TEST_F(ThemeSourcesTest, RestoresStoredDirectoriesWithAllBelow) {
-    install({path("one"), path("missing")});
-    EXPECT_EQ(themes(), (Names{"A", "B", "Plain"}));
-    EXPECT_EQ(labels(), (Names{"missing", "one"}));
-    EXPECT_EQ(rows.at(1).id, "dir:" + path("one"));
-    EXPECT_EQ(written.back(), (Names{path("missing"), path("one")}));
+    SettingsRun run({one, missing});
+    EXPECT_EQ(run.themes(), "A;B;Plain;");
+    EXPECT_EQ(run.labels(), "missing;one;");
+    EXPECT_EQ(run.rows.at(1).id, "dir:" + one);
+    EXPECT_EQ(run.stored, (Names{missing, one}));
 }
 
 TEST_F(ThemeSourcesTest, ShowsTheEnvironmentsDirectoryButNeverStoresIt) {
-    install({path("one")}, path("two"));
-    EXPECT_EQ(labels(), (Names{"one", "two"}));
-    EXPECT_EQ(themes(), (Names{"A", "B", "D", "Plain"}));
-    add(path("missing"));
-    EXPECT_EQ(written.back(), (Names{path("missing"), path("one")}));
-    remove(path("two"));
-    EXPECT_EQ(themes(), (Names{"A", "B", "Plain"}));
-    EXPECT_EQ(labels(), (Names{"missing", "one"}));
+    SettingsRun run({one}, two);
+    EXPECT_EQ(run.labels(), "one;two;");
+    EXPECT_EQ(run.themes(), "A;B;D;Plain;");
+    run.add(missing);
+    EXPECT_EQ(run.stored, (Names{missing, one}));
+    run.remove(two);
+    EXPECT_EQ(run.themes(), "A;B;Plain;");
+    EXPECT_EQ(run.labels(), "missing;one;");
 }
 
 TEST_F(ThemeSourcesTest, ADirectoryIsAddedOnceAndACancelledChoiceNever) {
-    install();
-    EXPECT_TRUE(rows.empty());
-    add("");
-    EXPECT_TRUE(written.empty());
-    add(path("two"));
-    add(path("two"));
-    EXPECT_EQ(written, (std::vector<Names>{{path("two")}}));
-    EXPECT_EQ(themes(), (Names{"D", "Plain"}));
-    add(path("two") + "/"); // another spelling is another source
-    EXPECT_EQ(labels(), (Names{"two", path("two") + "/"}));
+    SettingsRun run;
+    run.add("");
+    EXPECT_EQ(run.writes, 0);
+    run.add(two);
+    run.add(two);
+    run.app->on_any_row_click("otherList", "", "add");
+    run.app->on_any_row_click("themeSources", "", "open");
+    run.remove("/unknown");
+    EXPECT_EQ(run.writes, 1);
+    EXPECT_EQ(run.themes(), "D;Plain;");
+    run.add(two + "/"); // another spelling is another source
+    EXPECT_EQ(run.labels(), "two;" + two + "/;");
 }
 
-TEST_F(ThemeSourcesTest, RemovingTheActiveThemesDirectoryMovesOn) {
-    install({path("one")});
+TEST_F(ThemeSourcesTest, TheActiveThemeMayComeAndGo) {
+    SettingsRun run({one});
     Names chosen;
-    app->theme_write = [&](const std::string& name) { chosen.push_back(name); };
-    ASSERT_TRUE(app->set_theme("B"));
-    remove(path("one"));
-    EXPECT_EQ(app->active_theme(), "Plain");
+    run.app->theme_write = [&](const std::string& name) { chosen.push_back(name); };
+    ASSERT_TRUE(run.app->set_theme("B"));
+    run.remove(one);
+    EXPECT_EQ(run.app->active_theme(), "Plain");
     EXPECT_EQ(chosen, (Names{"B", "Plain"}));
-    EXPECT_EQ(written.back(), Names{});
-    EXPECT_TRUE(rows.empty());
-}
-
-TEST_F(ThemeSourcesTest, AReloadOfTheActiveThemeTakesEffectAtOnce) {
-    write_file(folder / "three/p.json", theme_text("Plain", R"("Primary": "#123456")"));
-    install();
-    add(path("three"));
-    EXPECT_EQ(theme_value(app->themes().at("Plain"), "Primary"), "#123456");
-    EXPECT_EQ(theme_value(app->themes().at(app->active_theme()), "Primary"), "#123456");
-    remove(path("three")); // the last theme stays
-    EXPECT_EQ(themes(), Names{"Plain"});
-}
-
-TEST_F(ThemeSourcesTest, OtherClicksMeanNothing) {
-    install({path("one")});
-    const std::size_t writes = written.size();
-    choice = path("two");
-    app->on_any_row_click("otherList", "", "add");
-    app->on_any_row_click("themeSources", "", "open");
-    app->on_any_row_click("themeSources", "dir:/unknown", "remove");
-    EXPECT_EQ(written.size(), writes);
-    EXPECT_EQ(labels(), Names{"one"});
+    EXPECT_EQ(run.stored, Names{});
+    EXPECT_TRUE(run.rows.empty());
+    run.add(three); // another text for the theme in force
+    EXPECT_EQ(run.app.node("App/Cards/Plain").style->fill.text, "#123456");
+    run.remove(three);
+    EXPECT_EQ(run.themes(), "Plain;"); // the last theme stays
 }
 
 TEST_F(ThemeSourcesTest, WorksWithoutServices) {
+    TestSupport::TestApp app{"App\n"};
     install_theme_sources(app.app, {});
-    add(path("one"));
-    EXPECT_EQ(themes(), Names{"Plain"});
+    app->on_any_row_click("themeSources", "", "add");
+    EXPECT_EQ(app->themes().size(), 1u);
+}
+
+TEST_F(ThemeSourcesTest, HundredsOfThemesAreAddedSelectedRemovedAndRestored) {
+    const std::string many = (folder / "many").string();
+    for (int i = 0; i < 300; ++i) {
+        const std::string number = std::to_string(1000 + i);
+        const std::string file = many + "/" + number.substr(0, 3) + "/" + number + ".json";
+        write_file(file, i % 50 == 7
+                             ? "{\"T\": "
+                             : theme_text("T" + number, R"("Primary": "#)" + number + "\""));
+    }
+    SettingsRun run;
+    const auto start = std::chrono::steady_clock::now();
+    run.add(many);
+    const auto spent = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(spent, std::chrono::seconds(3)); // 300 ms are wanted; the rest is for sanitizers
+    RecordProperty("milliseconds",
+                   std::chrono::duration_cast<std::chrono::milliseconds>(spent).count());
+
+    EXPECT_EQ(run.app.node("App/Cards").children.size(), 295u);
+    EXPECT_FALSE(run.app.shows("App/Cards/T1057"));
+    run.app->render_patches();
+    run.app->dispatch_event("App/Cards/T1299", "click");
+    EXPECT_EQ(run.app->active_theme(), "T1299");
+    EXPECT_EQ(run.app.node("App/Cards/T1299").style->fill.text, "#1299");
+    EXPECT_EQ(run.app.node("App/Cards/T1123").style->fill.text, "#1123");
+
+    SettingsRun next(run.stored);
+    EXPECT_EQ(next.themes(), run.themes());
+    EXPECT_TRUE(next.app->set_theme("T1299"));
+    run.remove(many);
+    EXPECT_EQ(run.themes(), "Plain;");
+    EXPECT_EQ(run.app->active_theme(), "Plain");
+    EXPECT_EQ(SettingsRun(run.stored).themes(), "Plain;");
 }
 
 } // namespace
