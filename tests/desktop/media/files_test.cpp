@@ -14,19 +14,18 @@ using TestSupport::write_file;
 
 TEST(AssetPaths, TheFirstDirectoryThatHasAFileWins) {
     TestSupport::TempDir dir;
-    write_file(dir / "one/home.svg", "<svg>one é</svg>");
-    write_file(dir / "two/home.svg", "<svg>two</svg>");
-    write_file(dir / "two/app.png", "png");
-    write_file(dir / "two/app.svg", "<svg/>");
-    std::filesystem::create_directories(dir / "one/app.svg");
-    std::filesystem::create_directories(dir / "one/app.png");
     const std::string one = (dir / "one").string();
     const std::string two = (dir / "two").string();
+    write_file(one + "/home.svg", "<svg>one é</svg>");
+    for (const char* name : {"/home.svg", "/app.png", "/app.svg"})
+        write_file(two + name, "two");
+    std::filesystem::create_directories(one + "/app.svg");
+    std::filesystem::create_directories(one + "/app.png");
     set_icon_dirs({(dir / "missing").string(), one, two});
     set_media_dirs({one, two});
 
     EXPECT_EQ(load_icon_text("home").toStdString(), "<svg>one é</svg>");
-    EXPECT_EQ(load_icon_text("app").toStdString(), "<svg/>") << "a folder is not an icon";
+    EXPECT_EQ(load_icon_text("app").toStdString(), "two") << "a folder is not an icon";
     EXPECT_TRUE(load_icon_text("nowhere").isEmpty());
     EXPECT_EQ(resolve_icon_path("app.png"), two + "/app.png");
     EXPECT_EQ(resolve_icon_path("app"), "") << "the name includes its extension here";

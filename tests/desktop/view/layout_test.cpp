@@ -51,21 +51,6 @@ TEST_F(ViewLayout, ChildrenStandAsDirectionAlignAndJustifySay) {
     }
 }
 
-TEST_F(ViewLayout, MarginsPaddingBorderAndSpacingAddUp) {
-    const NodeStyle style{.border_thickness = 3,
-                          .padding_left = 10.9,
-                          .padding_top = 20,
-                          .layout_spacing = 7,
-                          .layout_align = "Start",
-                          .layout_justify = "Start"};
-    show(box("App", style, {child("A"), child("B")}));
-    for (const double left : {4, 8, 0}) {
-        apply({update("App", box("A", {.margin_left = left, .width = 40, .height = 20}))});
-        EXPECT_EQ(place("App/A"), QRect(13 + int(left), 23, 40, 20));
-        EXPECT_EQ(place("App/B"), QRect(13, 50, 40, 20));
-    }
-}
-
 TEST_F(ViewLayout, GrowingChildrenShareTheRoomAndEndTheCentring) {
     const auto grown = [](const std::string& name, double grow) {
         return box(name, {.layout_grow = grow});

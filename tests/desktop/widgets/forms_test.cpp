@@ -1,7 +1,5 @@
-#include "desktop/media/asset_paths.h"
 #include "desktop/widgets/combo_widget.h"
 #include "desktop/widgets/editor_widget.h"
-#include "desktop/widgets/icon_widget.h"
 #include "desktop/widgets/vbox_widget.h"
 #include "desktop/widgets/widget_support.h"
 #include "desktop/widgets/wrap_label.h"
@@ -25,7 +23,6 @@ namespace {
 class Field : public testing::Test {
 protected:
     Field() {
-        set_icon_dirs({SOURCE_ROOT "/ext/corvel/icons"});
         field.setGeometry(0, 0, 300, 60);
         window.resize(300, 60);
         window.show();
@@ -35,14 +32,13 @@ protected:
         window.setFocus();
         EXPECT_TRUE(label_reaches(0));
     }
-    void style(double font_size, const std::string& icon = {}, const std::string& text = {}) {
+    void style(double font_size, const std::string& text = {}) {
         const NodeStyle style{.border_thickness = 1,
                               .padding_left = 12,
                               .padding_top = 6,
                               .padding_bottom = 6,
                               .text_color = "#102030",
-                              .font_size = font_size,
-                              .source = icon};
+                              .font_size = font_size};
         apply_editor_style(&field, style, "Title", text, false);
         QTest::qWait(1);
     }
@@ -75,26 +71,20 @@ TEST_F(Field, TheLabelRisesWithFocusOrTextAndFallsWithout) {
     EXPECT_EQ(field.label_progress, 1) << "at once";
 }
 
-TEST_F(Field, LabelTextAndIconNeverMeet) {
+TEST_F(Field, LabelAndTextNeverMeetAtAnySize) {
     for (const double size : {0.0, 10.0, 14.0, 20.0, 28.0}) {
         SCOPED_TRACE(size);
-        style(size, "globe", "text");
+        style(size, "text");
         field.resize(300, field.sizeHint().height());
-        QLineEdit* line = field.line_edit;
-        const QRect text = line->geometry().marginsRemoved(line->textMargins());
-        const int text_height = QFontMetrics(line->font()).height();
+        const QRect line =
+            field.line_edit->geometry().marginsRemoved(field.line_edit->textMargins());
+        const int text_height = QFontMetrics(field.line_edit->font()).height();
         const int label_height = QFontMetrics(label->font()).height();
-        EXPECT_GE(text.height(), text_height);
         EXPECT_GE(label->font().pixelSize(), 9);
+        EXPECT_GE(line.height(), text_height);
         EXPECT_LE(label->geometry().center().y() + label_height / 2,
-                  text.center().y() - text_height / 2 + 3);
-        EXPECT_TRUE(field.prefix_icon->isVisible());
-        EXPECT_LT(field.prefix_icon->geometry().right(), text.left());
-        EXPECT_EQ(label->x(), text.left());
+                  line.center().y() - text_height / 2 + 3);
     }
-    style(14);
-    EXPECT_FALSE(field.prefix_icon->isVisible());
-    EXPECT_EQ(field.line_edit->textMargins().left(), 4);
 }
 
 namespace {
@@ -141,11 +131,7 @@ TEST_F(Combo, ShowsTheSelectedValueByExactCaseAndReportsTheUserSChoice) {
     EXPECT_EQ(combo.combo->currentIndex(), -1);
 }
 
-TEST_F(Combo, TheBoxHasAChevronAndOpensTheList) {
-    // Two arms of half size 4.4 around (188, 24): the tip is below the middle, the ends above it.
-    for (const QPoint on : {QPoint(188, 26), QPoint(184, 22), QPoint(192, 22)})
-        EXPECT_NE(color_at(combo, on.x(), on.y()), "#ff202020");
-    EXPECT_EQ(color_at(combo, 188, 21), "#ff202020");
+TEST_F(Combo, APressOnTheBoxOpensTheList) {
     QTest::mousePress(&combo, Qt::LeftButton, {}, {190, 24});
     EXPECT_TRUE(combo.combo->view()->isVisible());
     EXPECT_GE(combo.combo->view()->width(), 190) << "as wide as the box";

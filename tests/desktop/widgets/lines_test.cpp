@@ -30,13 +30,8 @@ protected:
         field.on_text_changed = [this](const std::string& text) { reports.push_back(text); };
         field.show();
     }
-    void apply(const std::string& text, bool read_only = false, bool wrap = true) {
-        const NodeStyle style{.padding_left = 8,
-                              .padding_top = 8,
-                              .text_color = "#102030",
-                              .multiline = true,
-                              .read_only = read_only,
-                              .wrap = wrap};
+    void apply(const std::string& text, bool read_only = false) {
+        const NodeStyle style{.multiline = true, .read_only = read_only};
         apply_editor_style(&field, style, "Hint", text, !field.text_edit);
     }
     QTextEdit& edit() { return *field.text_edit; }
@@ -57,18 +52,6 @@ protected:
 };
 
 } // namespace
-
-TEST_F(Lines, TheStyleReachesTheControl) {
-    for (const bool wrap : {true, false}) {
-        apply("one line that is far too long for the width of its field", false, wrap);
-        QTest::qWait(1);
-        EXPECT_EQ(edit().horizontalScrollBar()->isVisible(), !wrap);
-    }
-    EXPECT_FALSE(field.line_edit->isVisible());
-    EXPECT_EQ(edit().geometry(), QRect(8, 8, 292, 192));
-    EXPECT_EQ(edit().placeholderText(), QStringLiteral("Hint"));
-    EXPECT_EQ(field.sizeHint(), QSize(0, 3 * QFontMetrics(edit().font()).height() + 8 + 8));
-}
 
 TEST_F(Lines, OnlyEditsAreReportedAndARenderLeavesCaretViewAndUndoAlone) {
     const std::string loaded = "a\r\nb\xC2\xA0" + numbered(0, 100);
@@ -144,41 +127,11 @@ protected:
         area.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&area));
     }
-    QTextCharFormat format_of(const char* text) {
-        return markdown->document()->find(QLatin1String(text)).charFormat();
-    }
-
     QScrollArea area;
     MarkdownWidget* markdown = new MarkdownWidget;
 };
 
 } // namespace
-
-TEST_F(Markdown, CodeLinksAndSizesFollowTheStyle) {
-    markdown->set_source_text("# Head\n\nplain `code` and [link](https://example.org) and "
-                              "<https://auto.example>\n\n```\nfence\n```\n");
-    const struct {
-        NodeStyle style;
-        const char* text;
-        const char* code;
-        int size;
-    } cases[] = {
-        {{}, "#e3e3e3", "#2f3136", 15},
-        {{.text_color = "#102030", .secondary_text_color = "#405060", .font_size = 30.7},
-         "#102030",
-         "#405060",
-         30},
-    };
-    for (const auto& [style, text, code, size] : cases) {
-        apply_markdown_style(markdown, style);
-        EXPECT_EQ(format_of("plain").font().pixelSize(), size);
-        EXPECT_EQ(format_of("code").background().color(), QColor(code));
-        for (const char* link : {"link", "auto"}) {
-            EXPECT_EQ(format_of(link).foreground().color(), QColor(text));
-            EXPECT_TRUE(format_of(link).fontUnderline());
-        }
-    }
-}
 
 TEST_F(Markdown, IsAsHighAsItsTextAndLeavesTheWheelToThePanel) {
     std::string text;
