@@ -1,5 +1,3 @@
-#include "site/path_text.h"
-#include "support/fake_builder/plain_builder.h"
 #include "support/fake_builder/script.h"
 
 #include <nlohmann/json.hpp>
@@ -13,12 +11,11 @@ namespace {
 
 constexpr int USAGE_ERROR = 2;
 
-/// The command of the arguments, with `config` the configuration it is for; empty for any other
-/// arguments than the three commands take.
-std::string read_command(std::vector<std::string> arguments, std::string& config) {
+/// The command of "COMMAND CONFIG --porcelain"; empty for any other arguments than the three
+/// commands take.
+std::string read_command(const std::vector<std::string>& arguments) {
     if (arguments.size() < 3 || arguments.back() != "--porcelain")
         return {};
-    config = arguments[arguments.size() - 2];
     std::string command;
     for (std::size_t i = 0; i + 2 < arguments.size(); ++i)
         command += (i ? " " : "") + arguments[i];
@@ -26,36 +23,20 @@ std::string read_command(std::vector<std::string> arguments, std::string& config
                                                                                   : std::string();
 }
 
-int run(const std::string& command, const std::filesystem::path& config_path) {
-    const std::optional<Lumenfold::Json> config = Lumenfold::read_json_file(config_path);
-    const Lumenfold::Json script =
-        FakeBuilder::find_script(command, config.value_or(Lumenfold::Json()));
-    if (!script.is_null())
-        return FakeBuilder::play_script(script);
-    if (!config || !config->is_object()) {
-        std::cout << "E\tCannot read " << config_path.string() << '\n';
-        return EXIT_FAILURE;
-    }
-    if (command == "versions")
-        return FakeBuilder::list_versions(config_path, *config);
-    if (command == "build")
-        return FakeBuilder::build_project(config_path, *config);
-    return FakeBuilder::build_site(config_path, *config);
-}
-
 } // namespace
 
-/// A builder that speaks the whole protocol and builds nothing: what it says is scripted, or else
-/// follows from the configuration.
+/// A builder that speaks the whole protocol and builds nothing: it plays the script that the
+/// environment has for its command, and is silent without one.
 int main(int argc, char** argv) {
-    std::string config;
-    const std::string command = read_command({argv + 1, argv + argc}, config);
+    const std::string command = read_command({argv + 1, argv + argc});
     if (command.empty()) {
         std::cerr << "usage: lumenfold-cli (site build | build | versions) CONFIG --porcelain\n";
         return USAGE_ERROR;
     }
+    const char* text = std::getenv("LUMENFOLD_FAKE_BUILDER");
     try {
-        return run(command, Lumenfold::path_from_utf8(config));
+        const auto scripts = nlohmann::json::parse(text && *text ? text : "{}");
+        return FakeBuilder::play_script(scripts.value(command, nlohmann::json::array()));
     } catch (const std::exception& problem) {
         std::cerr << "bad script: " << problem.what() << '\n';
         return USAGE_ERROR;

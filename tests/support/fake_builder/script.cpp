@@ -4,13 +4,12 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <thread>
 
 namespace FakeBuilder {
 
-using Lumenfold::Json;
+using Json = nlohmann::json;
 
 namespace {
 
@@ -41,15 +40,6 @@ void play_step(const Json& step) {
 }
 
 } // namespace
-
-Json find_script(const std::string& command, const Json& config) {
-    Json scripts;
-    if (const char* text = std::getenv("LUMENFOLD_FAKE_BUILDER"))
-        scripts = Json::parse(text);
-    else if (config.is_object() && config.contains("fake_builder"))
-        scripts = config["fake_builder"];
-    return scripts.is_object() && scripts.contains(command) ? scripts[command] : Json();
-}
 
 int play_script(const Json& script) {
     for (const Json& step : script) {
