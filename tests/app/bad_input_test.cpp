@@ -1,10 +1,9 @@
 // Files that no person would write, each opened, edited in every kind of field and left.
 #include "app/panels/tab_preview.h"
 #include "app_driver.h"
+#include "support/read_only.h"
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 namespace TestSupport {
 namespace {
@@ -101,33 +100,16 @@ TEST(BadInput, AMissingSiteAFolderAndADeletedFileStayWhatTheyAre) {
     EXPECT_TRUE(std::filesystem::is_directory(ui.dir / "b/.lumenfold-site"));
 }
 
-/// Works as a user without rights for its lifetime; root may write anything.
-class Unprivileged {
-public:
-    Unprivileged()
-        : dropped_(::geteuid() == 0 && ::seteuid(65534) == 0) {}
-    ~Unprivileged() {
-        if (dropped_ && ::seteuid(0) != 0)
-            std::abort();
-    }
-
-private:
-    bool dropped_;
-};
-
 TEST(BadInput, ReadOnlyFilesKeepTheirBytes) {
     AppDriver ui;
     const std::string text = R"({"title": "A", "policies": [{"name": "P", "file": "p.md"}],
         "home": {"sections": [{"type": "custom", "label": "C", "body": "/c.html"}]}})";
     const std::map<std::string, std::string> files = {
         {".lumenfold-site", text}, {"p.md", "old"}, {"c.html", "old"}, {"l.svg", "<svg/>"}};
-    for (const auto& [name, content] : files) {
+    for (const auto& [name, content] : files)
         write_file(ui.dir / name, content);
-        std::filesystem::permissions(ui.dir / name, std::filesystem::perms(0444));
-    }
-    std::filesystem::permissions(ui.dir.path(), std::filesystem::perms(0555));
     {
-        const Unprivileged user;
+        const ReadOnly read_only(ui.dir.path());
         ui.start({ui.dir / ".lumenfold-site"});
         use_every_panel(ui);
         ui.platform.next_picks = {(ui.dir / "l.svg").string()};
