@@ -5,6 +5,7 @@
 #include "desktop/node_update.h"
 #include "desktop/overlays.h"
 #include "desktop/scroll_host.h"
+#include "desktop/strip.h"
 #include "desktop/tab_order.h"
 #include "desktop/video_selection.h"
 #include "desktop/widgets/editor_widget.h"
@@ -90,6 +91,7 @@ void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
         apply_patch(view, patch);
     resume_layouts(view);
     renew_tab_order(view);
+    reveal_active_children(view);
     position_overlays(view);
 }
 

@@ -135,6 +135,7 @@ struct ViewState {
     std::unordered_set<EditorWidget*> editors;           ///< alive and not about to go
     std::vector<QPointer<QLayout>> paused_layouts;       ///< laid out once, after the patches
     std::unordered_set<QScrollBar*> themed_bars;         ///< every bar of a scrolling box
+    std::map<QScrollArea*, std::string> strips;          ///< path of the active child last shown
     std::string bar_color;                               ///< the theme's colour in their sheets
 
     DNode* find(const std::string& path);

@@ -2,6 +2,7 @@
 
 #include "desktop/desktop_view_p.h"
 #include "desktop/overlays.h"
+#include "desktop/strip.h"
 #include "desktop/video_selection.h"
 #include "desktop/widgets/painting.h"
 #include "desktop/widgets/root_container.h"
@@ -61,7 +62,7 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
     const bool sideways = both || style.layout_scroll == "Horizontal";
     auto* frame = new QVBoxLayout(dnode.box);
     frame->setContentsMargins(0, 0, 0, 0);
-    auto* area = new QScrollArea(dnode.box);
+    QScrollArea* area = upright ? new QScrollArea(dnode.box) : new StripArea(dnode.box);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     // A press on a button in the area must not take the focus from the field being edited.
@@ -82,6 +83,8 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
     dnode.scroll_area = area;
     if (upright)
         watch_bar(view, area->verticalScrollBar());
+    else
+        watch_strip(view, area);
     return content;
 }
 
@@ -94,6 +97,7 @@ void drop_scroll_host(ViewState& view, DNode& dnode) {
     view.scroll_values.erase(bar);
     view.themed_bars.erase(bar);
     view.themed_bars.erase(area->horizontalScrollBar());
+    view.strips.erase(area);
     // One of its bars may be the sender of the signal that led here.
     area->hide();
     area->setParent(nullptr);
