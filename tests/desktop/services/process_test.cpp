@@ -99,9 +99,8 @@ TEST_F(Process, ANoisyProgramCostsOneNoticeForEachRead) {
     start(shell("seq 100000"));
     ASSERT_TRUE(ends());
     ASSERT_EQ(lines.size(), 100000U);
-    EXPECT_EQ(lines.front(), "1");
-    EXPECT_EQ(lines[54320], "54321");
-    EXPECT_EQ(lines.back(), "100000");
+    for (const int line : {1, 54321, 100000})
+        EXPECT_EQ(lines[std::size_t(line - 1)], std::to_string(line));
     EXPECT_LT(notices, 2000);
 }
 

@@ -39,46 +39,38 @@ protected:
     bool still(const std::string& path) {
         return QTest::qWaitFor([&] { return !record(path).overlay_animating; });
     }
-    void slide_bar(const std::string& overlay, double offset) {
-        apply({update("App/Host", bar(overlay, offset))});
-        EXPECT_TRUE(bar_record().outer->isVisible());
-        ASSERT_TRUE(still("App/Host/Bar"));
-    }
 };
 
-TEST_F(ViewOverlays, APinnedBarReservesWhatItShows) {
-    show_host({text("Words", "w"), bar("PinnedBottom", 0)});
-    EXPECT_EQ(bar_place(), QRect(2, 158, 296, 40));
-    EXPECT_EQ(bottom_margin(), 47);
-    EXPECT_EQ(laid_out("App/Host"), std::vector<std::string>{"Words"});
-    EXPECT_FALSE(bar_record().bar_effect->isEnabled());
-    // Updates of the host, and new sizes, leave the room reserved.
-    apply({update("App", host(250))});
-    EXPECT_EQ(bottom_margin(), 47);
-    EXPECT_EQ(bar_place().bottom(), 247);
-
-    slide_bar("PinnedBottom", 1);
-    EXPECT_FALSE(bar_record().outer->isVisible());
-    EXPECT_EQ(bottom_margin(), 7);
-    slide_bar("PinnedBottom", 0.5);
-    EXPECT_EQ(bottom_margin(), 27);
-    EXPECT_EQ(bar_place().top(), 228);
-    EXPECT_EQ(bar_record().bar_effect->opacity(), 0.5);
-    EXPECT_TRUE(bar_record().bar_effect->isEnabled());
-}
-
-TEST_F(ViewOverlays, OnlyPinnedBarsReserveAndOnlyABottomSheetStays) {
+TEST_F(ViewOverlays, APinnedBarReservesWhatItShowsAndABottomSheetStays) {
     const struct {
         const char* overlay;
-        int margin;
-        double after;
-    } cases[] = {{"PinnedBottom", 47, 1}, {"ModalSheet", 7, 1}, {"BottomSheet", 7, 0}};
-    for (const auto& [overlay, margin, after] : cases) {
+        int margins[3]; ///< at the bottom of the host while the bar is shown, half hidden, hidden
+        double after;   ///< where an update to hidden leads
+    } cases[] = {{"PinnedBottom", {47, 27, 7}, 1},
+                 {"ModalSheet", {7, 7, 7}, 1},
+                 {"BottomSheet", {7, 7, 7}, 0}};
+    for (const auto& [overlay, margins, after] : cases) {
         SCOPED_TRACE(overlay);
+        for (const int half : {0, 1, 2}) {
+            show_host({text("Words", "w"), bar(overlay, 0.5 * half)});
+            EXPECT_EQ(bottom_margin(), margins[half]);
+            EXPECT_EQ(bar_place(), QRect(2, 158 + 20 * half, 296, 40));
+            EXPECT_EQ(bar_record().bar_effect->opacity(), 1 - 0.5 * half);
+            EXPECT_EQ(bar_record().bar_effect->isEnabled(), half > 0);
+            EXPECT_EQ(bar_record().outer->isVisible(), half < 2);
+            EXPECT_EQ(laid_out("App/Host"), std::vector<std::string>{"Words"});
+        }
+        // Updates of the host, and new sizes, leave the room reserved.
         show_host({bar(overlay, 0)});
-        EXPECT_EQ(bottom_margin(), margin);
-        slide_bar(overlay, 1);
+        apply({update("App", host(250))});
+        EXPECT_EQ(bottom_margin(), margins[0]);
+        EXPECT_EQ(bar_place().bottom(), 247);
+        apply({update("App/Host", bar(overlay, 1))});
+        EXPECT_TRUE(bar_record().outer->isVisible());
+        ASSERT_TRUE(still("App/Host/Bar"));
         EXPECT_EQ(bar_record().bar_position, after);
+        EXPECT_EQ(bar_record().outer->isVisible(), after < 1);
+        EXPECT_EQ(bottom_margin(), 7);
     }
 }
 
@@ -184,21 +176,30 @@ TEST_F(ViewOverlays, AModalDescendantBecomesAWindowOnceTheMainOneIsShown) {
     EXPECT_EQ(state.nodes.size(), 1U);
 }
 
-TEST_F(ViewOverlays, AModalIsClosedByItsNodeAlone) {
+TEST_F(ViewOverlays, ADialogIsClosedByItsNodeAloneAndItsKeysPressButtons) {
+    const NodeStyle size{.width = 20, .height = 20};
+    std::vector<std::string> pressed;
+    for (const char* name : {"Titlebar/Exit Button", "Cancel", "Save"})
+        app.on_click(std::string("App/Dialog/") + name, [&, name] { pressed.push_back(name); });
+    const RenderNode opened =
+        dialog({box("Titlebar", {}, {node(NodeKind::Button, "Exit Button", size)}), editor("Name"),
+                node(NodeKind::Button, "Cancel", size), node(NodeKind::Button, "Save", size)});
     show(box("App"));
-    const std::string exit = "App/Dialog/Exit Button";
-    app.on_click(exit, [&] { view.apply_patches({removal("App/Dialog")}); });
-    apply({add("App", dialog({node(NodeKind::Button, "Exit Button"), editor("Name")}))});
-    const QPointer<QWidget> opened = view.widget_at("App/Dialog")->window();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(opened));
-    EXPECT_FALSE(opened->close());
-    EXPECT_TRUE(opened->isVisible());
-    press(exit);
-    EXPECT_FALSE(opened->isVisible());
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    settle();
-    apply({add("App", dialog()), removal("App/Dialog"), add("App", dialog())});
+    apply({add("App", opened), removal("App/Dialog"), add("App", opened)});
     EXPECT_EQ(QApplication::topLevelWidgets().size(), 2);
+    QWidget* dialog_window = view.widget_at("App/Dialog")->window();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(dialog_window));
+    dialog_window->setFocus();
+    QTest::keyClick(dialog_window, Qt::Key_Return); // answers no question
+    EXPECT_FALSE(dialog_window->close());
+    QTest::keyClick(dialog_window, Qt::Key_Escape);
+    line("App/Dialog/Name")->setFocus();
+    QTest::keyClick(line("App/Dialog/Name"), Qt::Key_Return);
+    const std::string exit = "Titlebar/Exit Button";
+    EXPECT_EQ(pressed, (std::vector<std::string>{exit, exit, "Save"}));
+    EXPECT_TRUE(dialog_window->isVisible());
+    apply({removal("App/Dialog")});
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
 }
 
 TEST_F(ViewOverlays, ScrollingRendersOnlyWhileNothingSlides) {
