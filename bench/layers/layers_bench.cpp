@@ -1,11 +1,11 @@
 // What style files cost: reading them, linking them, and reading styles off the tree.
 
+#include "form_style.h"
 #include "layers/attributes.h"
 #include "layers/layer_builder.h"
 #include "layers/lexer.h"
 #include "layers/linker.h"
 #include "layers/parser.h"
-#include "layers/style_samples.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +16,13 @@
 namespace {
 
 using namespace Layers;
+
+/// A style file of about `size` bytes.
+std::string style_file(std::int64_t size) {
+    const auto row_size = static_cast<std::int64_t>(Bench::form_rows(1000, 1000, "    ").size());
+    return Bench::form_theme + "Corvel:\n  Box\n  Text\n  Editor\n  Button\n  Icon\nApp:\n" +
+           Bench::form_rows(0, static_cast<int>(size / row_size), "    ");
+}
 
 FileNode parse(const std::string& text) {
     Lexer lexer(text);
@@ -40,30 +47,24 @@ void count_bytes(benchmark::State& state, const std::string& text) {
 }
 
 void lex(benchmark::State& state) {
-    const std::string text = LayersBench::style_file(static_cast<std::size_t>(state.range(0)));
+    const std::string text = style_file(state.range(0));
     for (auto _ : state) {
         Lexer lexer(text);
         benchmark::DoNotOptimize(lexer.tokenize().data());
     }
     count_bytes(state, text);
 }
-BENCHMARK(lex)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 void lex_and_parse(benchmark::State& state) {
-    const std::string text = LayersBench::style_file(static_cast<std::size_t>(state.range(0)));
+    const std::string text = style_file(state.range(0));
     for (auto _ : state)
         benchmark::DoNotOptimize(parse(text).layers.data());
     count_bytes(state, text);
 }
-BENCHMARK(lex_and_parse)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Arg(10'000'000)
-    ->Unit(benchmark::kMillisecond);
 
 // The tree is freed outside of the time.
 void load_whole(benchmark::State& state) {
-    const std::string text = LayersBench::style_file(static_cast<std::size_t>(state.range(0)));
+    const std::string text = style_file(state.range(0));
     for (auto _ : state) {
         std::optional<LLayer> root(std::in_place, "");
         load(*root, text);
@@ -73,83 +74,41 @@ void load_whole(benchmark::State& state) {
     }
     count_bytes(state, text);
 }
-BENCHMARK(load_whole)->Arg(100'000)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond);
 
-void free_tree(benchmark::State& state) {
-    const std::string text = LayersBench::style_file(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) {
-        state.PauseTiming();
-        std::optional<LLayer> root(std::in_place, "");
-        load(*root, text);
-        state.ResumeTiming();
-        root.reset();
-    }
-    count_bytes(state, text);
-}
-BENCHMARK(free_tree)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-
-/// All layers of a tree with a reader each.
-struct LoadedTree {
-    LoadedTree() {
-        load(root, LayersBench::style_file(1'000'000));
-        for (const std::unique_ptr<LObject>& panel :
-             root.find_layer("App/Window/Panels")->children())
-            for (const std::unique_ptr<LObject>& part : panel->children())
-                if (const LLayer* const layer = part->as_layer()) {
-                    layers.push_back(layer);
-                    readers.emplace_back(layer);
-                    attributes += layer->children().size();
-                }
-    }
-
-    LLayer root{""};
+// All rows of a tree, after a value of the theme has changed, with kept readers or from nothing.
+void read_styles(benchmark::State& state) {
+    LLayer root("");
+    load(root, style_file(1'000'000));
     std::vector<const LLayer*> layers;
     std::vector<StyleReader> readers;
-    std::size_t attributes = 0;
-};
-
-void count_attributes(benchmark::State& state, const LoadedTree& tree) {
-    state.counters["ns/attribute"] = benchmark::Counter(
-        static_cast<double>(tree.attributes) * 1e-9,
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-    state.counters["layers"] = static_cast<double>(tree.layers.size());
-}
-
-void read_styles_once(benchmark::State& state) {
-    const LoadedTree tree;
+    for (const std::unique_ptr<LObject>& row : root.find_layer("App")->children()) {
+        layers.push_back(row->as_layer());
+        readers.emplace_back(row->as_layer());
+    }
+    const bool kept = state.range(0) != 0;
     const std::vector<std::string> active{"Narrow", "Hover"};
-    for (auto _ : state)
-        for (const LLayer* const layer : tree.layers)
-            benchmark::DoNotOptimize(read_node_style(layer, active).width);
-    count_attributes(state, tree);
-}
-BENCHMARK(read_styles_once)->Unit(benchmark::kMillisecond);
-
-// As on a theme switch: the values of the palette change, the tree stays as it is.
-void read_styles_again(benchmark::State& state) {
-    LoadedTree tree;
-    const std::vector<std::string> active{"Narrow", "Hover"};
-    LAttribute& primary = *tree.root.find_layer("Theme")->find_attribute("Primary");
+    LAttribute& primary = *root.find_layer("Theme")->find_attribute("Primary");
     int round = 0;
     for (auto _ : state) {
-        state.PauseTiming();
         primary.set_value("#" + std::to_string(100000 + round++ % 2));
-        state.ResumeTiming();
-        for (const StyleReader& reader : tree.readers)
-            benchmark::DoNotOptimize(reader.read(active).width);
+        for (std::size_t i = 0; i < layers.size(); ++i)
+            benchmark::DoNotOptimize(kept ? readers[i].read(active).width
+                                          : read_node_style(layers[i], active).width);
     }
-    count_attributes(state, tree);
+    state.SetLabel(kept ? "kept readers" : "from nothing");
+    state.counters["per_layer"] = benchmark::Counter(static_cast<double>(layers.size()),
+                                                     benchmark::Counter::kIsIterationInvariantRate |
+                                                         benchmark::Counter::kInvert);
 }
-BENCHMARK(read_styles_again)->Unit(benchmark::kMillisecond);
 
-void change_palette_value(benchmark::State& state) {
-    LoadedTree tree;
-    LAttribute& primary = *tree.root.find_layer("Theme")->find_attribute("Primary");
-    int round = 0;
-    for (auto _ : state)
-        primary.set_value("#" + std::to_string(100000 + round++ % 2));
+void sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(100'000)->Arg(1'000'000)->Arg(10'000'000)->Unit(benchmark::kMillisecond);
 }
-BENCHMARK(change_palette_value)->Unit(benchmark::kMicrosecond);
+
+BENCHMARK(lex)->Apply(sizes);
+BENCHMARK(lex_and_parse)->Apply(sizes);
+BENCHMARK(load_whole)->Apply(sizes);
+BENCHMARK(read_styles)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

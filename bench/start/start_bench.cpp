@@ -1,36 +1,34 @@
-#include "qt_form.h"
+// Measures starts as whole processes: `start_bench` runs itself several times as a form written by
+// hand, as the application without a document, and as the application with a site's form, and
+// prints medians. Processor time counts up to the first paint, peak memory up to one second later.
+
 #include "runtime/corvel_app.h"
 #include "runtime/desktop_app.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <iostream>
-#include <sstream>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
-// Measures starts as whole processes: `start_bench` runs itself several times as the application
-// with a site's form, as the application without a document, and as a form written by hand, and
-// prints medians. Processor time counts up to the first paint, peak memory up to one second later.
-
 namespace {
 
 constexpr int RUNS = 7;
-constexpr int SETTLE_MS = 1000;
-
-double processor_ms() {
-    timespec time{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
+constexpr int ROWS = 50;
 
 long peak_kib() {
     std::ifstream status("/proc/self/status");
@@ -40,9 +38,8 @@ long peak_kib() {
     return 0;
 }
 
-double built_ms = 0; ///< processor time when the application's wiring was about to begin
-
-/// Reports at the first paint of a window, once its painting is through.
+/// At the first paint of a window, once its painting is through, prints the processor time in
+/// milliseconds, a second later the peak memory in KiB, and ends the process.
 class FirstPaint : public QObject {
 public:
     using QObject::QObject;
@@ -50,25 +47,55 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint && watched->isWidgetType() && !painted_) {
             painted_ = true;
-            QTimer::singleShot(0, this, [this] { report(); });
+            QTimer::singleShot(0, this, [this] {
+                std::printf("%.2f ", static_cast<double>(std::clock()) * 1e3 / CLOCKS_PER_SEC);
+                QTimer::singleShot(1000, this, [] {
+                    std::printf("%ld\n", peak_kib());
+                    std::fflush(stdout);
+                    ::_exit(0);
+                });
+            });
         }
         return false;
     }
 
 private:
-    void report() {
-        const double at_paint = processor_ms();
-        QTimer::singleShot(SETTLE_MS, this, [at_paint] {
-            std::printf("%.2f %.2f %ld\n", built_ms, at_paint, peak_kib());
-            std::fflush(stdout);
-            ::_exit(0);
-        });
-    }
     bool painted_ = false;
 };
 
 void watch_first_paint() {
     qApp->installEventFilter(new FirstPaint(qApp));
+}
+
+QWidget* make_row(int number) {
+    auto* row = new QFrame;
+    row->setFrameShape(QFrame::StyledPanel);
+    auto* layout = new QHBoxLayout(row);
+    auto* icon = new QLabel;
+    icon->setPixmap(row->style()->standardIcon(QStyle::SP_FileIcon).pixmap(20, 20));
+    layout->addWidget(icon);
+    layout->addWidget(new QLabel(QStringLiteral("Field %1").arg(number)));
+    layout->addWidget(new QLineEdit(QStringLiteral("Value %1").arg(number)), 1);
+    layout->addWidget(new QPushButton(QStringLiteral("Remove")));
+    return row;
+}
+
+int run_form(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    auto* content = new QWidget;
+    auto* rows = new QVBoxLayout(content);
+    for (int i = 0; i < ROWS; ++i)
+        rows->addWidget(make_row(i));
+    area->setWidget(content);
+    layout->addWidget(area);
+    window.resize(1000, 700);
+    watch_first_paint();
+    window.show();
+    return QApplication::exec();
 }
 
 int run_application(int argc, char** argv) {
@@ -77,7 +104,6 @@ int run_application(int argc, char** argv) {
     config.style_dirs = {SOURCE_ROOT "/styles"};
     config.icon_dirs = {SOURCE_ROOT "/icons"};
     config.build = [](Corvel::CorvelApp& app) {
-        built_ms = processor_ms();
         watch_first_paint();
         Corvel::build_app(app);
     };
@@ -85,27 +111,21 @@ int run_application(int argc, char** argv) {
 }
 
 struct Figures {
-    double built = 0;
     double painted = 0;
     long peak = 0;
 };
 
-Figures run_once(const std::string& program, const std::string& side, const std::string& open) {
+Figures median_run(const std::string& program, const std::string& side, const std::string& open) {
     const std::string command = "LUMENFOLD_DEV_OPEN='" + open + "' QT_QPA_PLATFORM=offscreen '" +
                                 program + "' " + side + " 2>/dev/null";
-    Figures figures;
-    if (FILE* pipe = ::popen(command.c_str(), "r")) {
-        if (std::fscanf(pipe, "%lf %lf %ld", &figures.built, &figures.painted, &figures.peak) != 3)
-            std::cerr << "no figures from " << side << '\n';
-        ::pclose(pipe);
+    std::vector<Figures> runs(RUNS);
+    for (Figures& run : runs) {
+        FILE* pipe = ::popen(command.c_str(), "r");
+        if (!pipe || std::fscanf(pipe, "%lf %ld", &run.painted, &run.peak) != 2)
+            std::fprintf(stderr, "no figures from %s\n", side.c_str());
+        if (pipe)
+            ::pclose(pipe);
     }
-    return figures;
-}
-
-Figures median_run(const std::string& program, const std::string& side, const std::string& open) {
-    std::vector<Figures> runs;
-    for (int i = 0; i < RUNS; ++i)
-        runs.push_back(run_once(program, side, open));
     std::sort(runs.begin(), runs.end(),
               [](const Figures& a, const Figures& b) { return a.painted < b.painted; });
     return runs[RUNS / 2];
@@ -122,16 +142,14 @@ void print(const char* name, const Figures& figures, const Figures& reference) {
 int main(int argc, char** argv) {
     const std::string side = argc > 1 ? argv[1] : "";
     if (side == "form")
-        return run_qt_form(argc, argv, watch_first_paint);
+        return run_form(argc, argv);
     if (side == "application")
         return run_application(argc, argv);
     const Figures form = median_run(argv[0], "form", "");
-    const Figures empty = median_run(argv[0], "application", "");
-    const Figures site =
-        median_run(argv[0], "application", SOURCE_ROOT "/examples/tidewater/.lumenfold-site");
     print("form of 50 rows by hand", form, form);
-    print("application, no document", empty, form);
-    print("application, example site", site, form);
-    std::printf("toolkit and assets before the wiring: %.1f ms\n", empty.built);
+    print("application, no document", median_run(argv[0], "application", ""), form);
+    print("application, example site",
+          median_run(argv[0], "application", SOURCE_ROOT "/examples/tidewater/.lumenfold-site"),
+          form);
     return 0;
 }
