@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 namespace Layers {
 namespace {
@@ -123,99 +122,6 @@ TEST(FormatNumber, HasNoTrailingZeros) {
                                                     {1e21, "1000000000000000000000"}};
     for (const auto& [value, text] : cases)
         EXPECT_EQ(format_number(value), text);
-}
-
-constexpr const char* names[] = {"Fill",    "Fill.Start Color", "Fill.End Color", "Fill.Start",
-                                 "Opacity", "Margins.Left",     "Text Color",     "Source",
-                                 "Visible", "Layout.Shrink"};
-
-// A random tree: bases, links, states, borders, values of the wrong kind.
-class RandomStyles {
-public:
-    explicit RandomStyles(unsigned seed)
-        : random_(seed) {}
-
-    std::string file() {
-        std::string text;
-        for (unsigned i = 0; i < 6; ++i) {
-            text += "L" + std::to_string(i) + (i > 0 && pick(2) ? " << L" + digit(i) : "");
-            text += ":\n  Unknown: 1\n" + body("  ") + "  Border:\n    Unknown: 2\n" + body("    ");
-        }
-        return text;
-    }
-
-    States states() {
-        States active{"A", "B", "C"};
-        std::shuffle(active.begin(), active.end(), random_);
-        active.resize(pick(4));
-        return active;
-    }
-
-    AttributeValue value() {
-        const AttributeValue all[] = {static_cast<double>(pick(5)), "#" + digit(9), pick(2) == 0};
-        return all[pick(3)];
-    }
-
-    unsigned pick(unsigned count) { return static_cast<unsigned>(random_() % count); }
-
-private:
-    std::string digit(unsigned count) { return std::to_string(pick(count)); }
-
-    std::string body(const std::string& indent) {
-        std::string text;
-        for (const char* name : names) {
-            if (pick(2) == 0)
-                continue;
-            text += indent + name + ": " + expression();
-            for (unsigned n = pick(3); n > 0; --n)
-                text += std::array{" @A: ", " @B: ", " @A & C: "}[pick(3)] + expression();
-            text += "\n";
-        }
-        return text;
-    }
-
-    std::string expression() {
-        const std::string all[] = {digit(3), "\"c" + digit(9) + "\"", "true",
-                                   "L" + digit(6) + "/" + names[pick(std::size(names))]};
-        return all[pick(4)];
-    }
-
-    std::mt19937 random_;
-};
-
-void set(StyleTree& tree, const std::string& layer, const char* name, const AttributeValue& value) {
-    LAttribute* attribute = tree.layer(layer).find_attribute(name);
-    if (attribute == nullptr)
-        attribute = tree.layer(layer).add_child(std::make_unique<LAttribute>(name))->as_attribute();
-    attribute->set_value(value);
-}
-
-TEST(StyleReader, ReadsAfterAnyChangesWhatAFreshTreeGives) {
-    for (unsigned seed = 0; seed < 100; ++seed) {
-        RandomStyles random(seed);
-        LogCapture log;
-        const std::string text = random.file();
-        SCOPED_TRACE(text);
-        StyleTree tree(text);
-        std::vector<StyleReader> readers;
-        for (int i = 0; i < 6; ++i)
-            readers.emplace_back(&tree.layer("L" + std::to_string(i)));
-        std::vector<std::tuple<std::string, const char*, AttributeValue>> changes;
-        for (int step = 0; step < 10; ++step) {
-            StyleTree fresh(text);
-            for (const auto& [layer, name, value] : changes)
-                set(fresh, layer, name, value);
-            const States states = random.states();
-            for (unsigned i = 0; i < 6; ++i)
-                ASSERT_EQ(readers[i].read(states),
-                          read_node_style(&fresh.layer("L" + std::to_string(i)), states));
-            changes.emplace_back("L" + std::to_string(random.pick(6)),
-                                 names[random.pick(std::size(names))], random.value());
-            const auto& [layer, name, value] = changes.back();
-            set(tree, layer, name, value);
-        }
-        log.take(); // links that lead nowhere
-    }
 }
 
 } // namespace

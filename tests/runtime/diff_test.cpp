@@ -72,21 +72,6 @@ TEST(Diff, GivesThesePatches) {
     EXPECT_EQ(diff("r(a1a2)", "r(a2)", SiblingNames::MayRepeat), "");
 }
 
-TEST(Diff, LooksAtEveryPartOfANode) {
-    const RenderNode node = tree_of("a");
-    const auto differs = [&node](auto change) {
-        RenderNode other = node;
-        change(other);
-        return !nodes_equal(node, other);
-    };
-    EXPECT_TRUE(differs([](RenderNode& n) { n.text = "x"; }));
-    EXPECT_TRUE(differs([](RenderNode& n) { n.selected = "x"; }));
-    EXPECT_TRUE(differs([](RenderNode& n) { n.items = {{"v", "l"}}; }));
-    EXPECT_TRUE(differs([](RenderNode& n) { n.style.edit().bind = "x"; }));
-    EXPECT_FALSE(differs([](RenderNode& n) { n.children.emplace_back(); }));
-    EXPECT_FALSE(differs([](RenderNode& n) { n.style.edit(); }));
-}
-
 /// A random tree. If `names` keep their order, so do survivors.
 void grow(RenderNode& node, std::mt19937& random, int depth, bool shuffled) {
     node.text = std::string(random() % 4, 'x');

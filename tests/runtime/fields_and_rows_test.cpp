@@ -164,20 +164,6 @@ TEST(Rows, OfOnePathAllHearOfIt) {
     EXPECT_EQ(texts("4"), ",");
 }
 
-TEST(Rows, FollowAKeyThatAStateExchanges) {
-    TestApp app("App:\n List:\n  Bind: \"List:l\" @M: \"List:m\" @T: \"ThemeList\" @N: \"\"\n"
-                "  Row\n");
-    app->set_rows("l", {{"a", {}}, {"b", {}}});
-    app->set_rows("m", {{"b", {}}, {"c", {}}});
-    for (const auto& [state, names] :
-         {std::pair("L", "a;b;"), {"M", "b;c;"}, {"T", "Plain;"}, {"N", "Row;"}, {"L", "a;b;"}}) {
-        app->add_state("App/List", state);
-        app->render_patches();
-        EXPECT_EQ(app.children("App/List"), names) << state;
-        app->remove_state("App/List", state);
-    }
-}
-
 TEST(Rows, OfHiddenListsAndSeparatorsHaveTargetsAsTheyChange) {
     TestApp app("App:\n Gone:\n  Visible: 0\n  List:\n   Bind: \"List:l\"\n"
                 "   Row << Corvel/Button:\n    Intent: \"list:open\"\n"

@@ -110,6 +110,7 @@ Operation random_operation(Dice& dice, const std::string& path, int number) {
     const std::string name = dice.pick(Words{"Plain", "Night (pub)", "Day"});
     const double size = dice.pick(std::vector{0.0, 100.25, 500.0, 601.0, 901.0});
     const std::vector<ListEntry> rows = random_rows(dice);
+    const std::string attribute_name = dice.pick(Words{"Fill", "Text", "Source", "Opacity"});
     const std::vector<Operation> choices = {
         [=](CorvelApp& app) { app.set_text(path, value); },
         [=](CorvelApp& app) { app.append_text(path, value); },
@@ -135,7 +136,16 @@ Operation random_operation(Dice& dice, const std::string& path, int number) {
         [=](CorvelApp& app) { app.add_theme_text(theme); },
         [=](CorvelApp& app) { app.remove_theme(name); },
         [=](CorvelApp& app) { app.mobile_font_scale = 1 + size / 1000; },
-        [=](CorvelApp& app) { // behind the application's back
+        [=](CorvelApp& app) { // behind the application's back, here and below
+            Layers::LLayer* const layer = app.engine().find_layer(path);
+            Layers::LAttribute* attribute = layer ? layer->find_attribute(attribute_name) : nullptr;
+            if (layer && !attribute)
+                attribute = layer->add_child(std::make_unique<Layers::LAttribute>(attribute_name))
+                                ->as_attribute();
+            if (attribute)
+                attribute->set_value(value);
+        },
+        [=](CorvelApp& app) {
             app.engine().find_layer("Theme")->find_attribute("Primary")->set_value(value);
         },
         [=](CorvelApp& app) {

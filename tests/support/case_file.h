@@ -63,4 +63,22 @@ inline void expect_cases(const std::string& name,
     check();
 }
 
+/// The same for cases of one line each, "input => expected". Lines that begin with "# " are
+/// remarks.
+inline void expect_lines(const std::string& name,
+                         const std::function<std::string(const std::string&)>& output) {
+    std::istringstream file(read_file(std::filesystem::path(SOURCE_ROOT) / name));
+    int cases = 0;
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t arrow = line.find(" => ");
+        if (arrow == std::string::npos || line.starts_with("# "))
+            continue;
+        ++cases;
+        EXPECT_EQ(output(without_pictures(line.substr(0, arrow))),
+                  without_pictures(line.substr(arrow + 4)))
+            << name << ": " << line;
+    }
+    EXPECT_GT(cases, 0) << "no cases in " << name;
+}
+
 } // namespace TestSupport

@@ -1,9 +1,8 @@
+#include "support/case_file.h"
 #include "svg/affine.h"
 #include "svg/easing.h"
 #include "svg/svg_path.h"
 #include "svg/svg_values.h"
-
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <clocale>
@@ -17,13 +16,6 @@
 namespace {
 
 using namespace Corvel::Svg;
-
-std::string random_text(std::mt19937& random, std::string_view alphabet, std::size_t longest) {
-    std::string text(random() % (longest + 1), ' ');
-    for (char& c : text)
-        c = alphabet[random() % alphabet.size()];
-    return text;
-}
 
 /// Both numbers are the same to the last bit, or both are NaN.
 bool same(double left, double right) {
@@ -45,53 +37,22 @@ void expect_like_strtod(const std::string& text) {
 }
 
 TEST(ScanNumber, ReadsAsStrtodDoes) {
-    const std::string texts[] = {"",
-                                 " ",
-                                 "1",
-                                 " \t\v\f+1.5e3x",
-                                 "-.5",
-                                 ".",
-                                 "-",
-                                 "+-1",
-                                 "--1",
-                                 "1.",
-                                 "1.e2",
-                                 "1e",
-                                 "1e+",
-                                 "0x",
-                                 "0x1.8p1",
-                                 "0X.8",
-                                 "0x.",
-                                 "-0x1p",
-                                 "0xg",
-                                 "0x-1",
-                                 "0xinf",
-                                 "inf",
-                                 "-Infinity",
-                                 "infi",
-                                 "nan",
-                                 "-NaN(12a)",
-                                 "nan(",
-                                 "nan(-)",
-                                 "1e400",
-                                 "-1e400",
-                                 "1e-400",
-                                 "0e99999999999",
-                                 "0.000001e310",
-                                 "100000e-330",
-                                 "1e99999999999999999999",
-                                 "1e-99999999999999999999",
-                                 "0x1p5000",
-                                 "0x1p-5000",
-                                 "4.9e-324",
-                                 "2e-324",
-                                 "1.7976931348623159e308",
-                                 "1,5"};
-    for (const std::string& text : texts)
+    std::istringstream texts(
+        "| |1| "
+        "\t\v\f+1.5e3x|-.5|.|-|+-1|--1|1.|1.e2|1e|1e+|0x|0x1.8p1|0X.8|0x.|-0x1p|0xg|0x-1|0xinf|inf|"
+        "-Infinity|infi|nan|-NaN(12a)|nan(|nan(-)|1e400|-1e400|1e-400|0e99999999999|0.000001e310|"
+        "100000e-330|1e99999999999999999999|1e-99999999999999999999|0x1p5000|0x1p-5000|4.9e-324|2e-"
+        "324|1.7976931348623159e308|1,5");
+    for (std::string text; std::getline(texts, text, '|');)
         expect_like_strtod(text);
     std::mt19937 random(7);
-    for (int i = 0; i < 50'000; ++i)
-        expect_like_strtod(random_text(random, "0123456789..eE+--xX pPinfINFaA(", 12));
+    const std::string_view alphabet = "0123456789..eE+--xX pPinfINFaA(";
+    for (int i = 0; i < 50'000; ++i) {
+        std::string text(random() % 13, ' ');
+        for (char& c : text)
+            c = alphabet[random() % alphabet.size()];
+        expect_like_strtod(text);
+    }
 }
 
 TEST(ScanNumber, DoesNotFollowTheLocale) {
@@ -102,21 +63,6 @@ TEST(ScanNumber, DoesNotFollowTheLocale) {
     EXPECT_EQ(parse_number("1.5"), 1.5);
     EXPECT_EQ(format_number(1.5), "1.5");
     std::setlocale(LC_NUMERIC, before.c_str());
-}
-
-TEST(ParseNumbers, SkipsWhatIsNoNumber) {
-    using Numbers = std::vector<double>;
-    EXPECT_EQ(parse_numbers("50% 20px,-3;.5-.5"), (Numbers{50, 20, -3, .5, -.5}));
-    EXPECT_EQ(parse_numbers("a 1e b2"), (Numbers{1, 2}));
-    EXPECT_EQ(parse_numbers("- -"), Numbers{});
-}
-
-TEST(ParseTime, KnowsItsUnits) {
-    const std::pair<const char*, double> cases[] = {{"1.5s", 1500}, {"200ms", 200}, {" 2 ", 2},
-                                                    {"s", 0},       {"ms", 0},      {"1ms\n", 1},
-                                                    {"-1s", -1000}, {"x", 0},       {"2min", 2}};
-    for (const auto& [text, expected] : cases)
-        EXPECT_EQ(parse_time(text), expected) << text;
 }
 
 TEST(FormatNumber, WritesAsPrintfDoes) {
@@ -135,50 +81,35 @@ TEST(FormatNumber, WritesAsPrintfDoes) {
     }
 }
 
-TEST(ParseTransform, MultipliesTheList) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"", "matrix(1,0,0,1,0,0)"},
-        {"none", "matrix(1,0,0,1,0,0)"},
-        {"matrix(1 2 3 4 5 6)", "matrix(1,2,3,4,5,6)"},
-        {"matrix(1 2 3 4 5)", "matrix(1,0,0,1,0,0)"},
-        {"translate(5)", "matrix(1,0,0,1,5,0)"},
-        {"translate()", "matrix(1,0,0,1,0,0)"},
-        {"scale(2)", "matrix(2,0,0,2,0,0)"},
-        {"rotate(90)", "matrix(6.12323e-17,1,-1,6.12323e-17,0,0)"},
-        {"rotate(90 10)", "matrix(6.12323e-17,1,-1,6.12323e-17,0,0)"},
-        {"rotate(90, 10, 0)", "matrix(6.12323e-17,1,-1,6.12323e-17,10,-10)"},
-        {"translate(10px, 0px) scale (2 3)", "matrix(2,0,0,3,10,0)"},
-        {"scale(2,3)translate(10)", "matrix(2,0,0,3,20,0)"},
-        {"skewX(30) translateX(4) scale3d(2)", "matrix(1,0,0,1,0,0)"},
-        {"scale(2", "matrix(1,0,0,1,0,0)"},
-    };
-    for (const auto& [text, expected] : cases)
-        EXPECT_EQ(format_matrix(parse_transform(text)), expected) << text;
-}
-
-std::string path_text(const char* data) {
+std::string joined(const std::vector<double>& numbers) {
     std::string text;
-    for (const Point& point : parse_path(data))
-        text += format_number(point.x) + ',' + format_number(point.y) + ' ';
+    for (const double number : numbers)
+        text += (text.empty() ? "" : " ") + format_number(number);
     return text;
 }
 
-TEST(ParsePath, FollowsTheCommands) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"M0 0 10 10", "0,0 10,10 "},
-        {"m1 1 2 2L0 0", "1,1 3,3 0,0 "},
-        {"M1 2H5V7h-1v-1", "1,2 5,2 5,7 4,7 4,6 "},
-        {"M1,2l3,0zl1,1", "1,2 4,2 1,2 2,3 "},
-        {"M0 0z5 6L1 1", "0,0 0,0 1,1 "},
-        {"5 6M1 1", "1,1 "},
-        {"M0 0C1 1 2 2", "0,0 "},
-        {"M0 0L5M7 7", "0,0 7,7 "},
-        {"M0 0S1 1L2 2", "0,0 1,1 2,2 "},
-        {"M-.5.5-1e1 2", "-0.5,0.5 -10,2 "},
-        {"", ""},
-    };
-    for (const auto& [data, expected] : cases)
-        EXPECT_EQ(path_text(data), expected) << data;
+std::string value_of(const std::string& line) {
+    const std::string function = line.substr(0, line.find(' '));
+    const std::string text = line.substr(function.size() + 1);
+    if (function == "transform")
+        return format_matrix(parse_transform(text));
+    if (function == "time")
+        return format_number(parse_time(text));
+    if (function == "numbers")
+        return joined(parse_numbers(text));
+    if (function == "easing") {
+        const Easing easing = parse_easing(text);
+        return easing.valid ? joined({easing.x1, easing.y1, easing.x2, easing.y2}) : "none";
+    }
+    std::string points;
+    for (const Point& point : parse_path(text))
+        points +=
+            (points.empty() ? "" : " ") + format_number(point.x) + ',' + format_number(point.y);
+    return points;
+}
+
+TEST(Values, AreReadFromTexts) {
+    TestSupport::expect_lines("tests/svg/cases/values.txt", value_of);
 }
 
 TEST(ParsePath, FlattensCurves) {
@@ -203,12 +134,6 @@ TEST(SolveEasing, FollowsTheCurve) {
     const double s = 0.3;
     EXPECT_NEAR(solve_easing(bump, s), 3 * .49 * .3 * 2 - 3 * .7 * .09 + .027, 1e-8);
     EXPECT_EQ(solve_easing(Easing{}, 0.3), 0.3);
-}
-
-TEST(ParseEasing, TakesFourNumbersOnly) {
-    EXPECT_EQ(parse_easing("cubic-bezier(.1, -2, 1, 3)").y1, -2);
-    for (const char* text : {"", "ease", "cubic-bezier", "cubic-bezier(1,2,3)", "steps(4, end)"})
-        EXPECT_FALSE(parse_easing(text).valid) << text;
 }
 
 } // namespace

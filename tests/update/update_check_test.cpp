@@ -1,115 +1,37 @@
+#include "support/case_file.h"
 #include "support/fake_platform.h"
 #include "update/update_check.h"
-
-#include <gtest/gtest.h>
 
 #include <optional>
 
 namespace Corvel {
 namespace {
 
-int sign(int value) {
-    return (value > 0) - (value < 0);
-}
-
-struct VersionPair {
-    const char* a;
-    char order; ///< '<', '=' or '>'
-    const char* b;
-};
-
-// clang-format off
-constexpr VersionPair pairs[] = {
-    // Numbers, not texts; missing parts are 0.
-    {"1.10.0", '>', "1.9.9"}, {"1.9", '<', "1.10"}, {"2", '>', "1.99.99"}, {"0.0.1", '>', "0"},
-    {"1.2", '=', "1.2.0"}, {"1", '=', "1.0.0.0"}, {"1.2.0.1", '>', "1.2"}, {"01.2", '=', "1.02"},
-    {"10", '>', "9"}, {"1.0.0", '=', "1.0.0"}, {"1.0.1", '>', "1.0.0"}, {"0.9.9", '<', "1.0"},
-    {"1.2.3", '<', "1.2.4"}, {"1.3.0", '>', "1.2.9"}, {"3.0", '>', "2.9.9.9"},
-    // A part that is no number counts as 0.
-    {"2x.1", '=', "0.1"}, {"1.x", '=', "1"}, {"1..2", '=', "1.0.2"}, {"", '=', "0"}, {"abc", '=', "0.0"},
-    {"1.2x", '<', "1.1"}, {".1", '=', "0.1"}, {"1.", '=', "1"}, {"1. 2", '=', "1.0"},
-    // Numbers that do not fit.
-    {"99999999999", '>', "1"}, {"99999999999", '=', "88888888888"}, {"2147483647", '>', "2147483646"},
-    {"1.99999999999999999999999", '>', "1.5"},
-    // One leading letter and what follows a plus sign do not count.
-    {"v2.0.0", '=', "2.0.0"}, {"V2", '=', "v2"}, {"vv2", '<', "1"}, {"2.0.0+abc", '=', "2.0.0"},
-    {"2.0.0+1", '=', "2.0.0+2"}, {"+3", '=', "0"}, {"2.0.0+a-b", '=', "2.0.0"},
-    {"2.0.0-rc.1+5", '=', "v2.0.0-rc.1"}, {"v", '=', "0"},
-    // A release is newer than what leads to it.
-    {"2.0.0-beta", '<', "2.0.0"}, {"2.0.0", '>', "2.0.0-rc.9"}, {"2.0.0-beta", '>', "1.9.9"},
-    {"2.0.0-", '=', "2.0.0"}, {"2.0.1-alpha", '>', "2.0.0"}, {"2-0", '<', "2"},
-    // Parts of pre-releases: numbers by value, others by bytes, numbers first.
-    {"2.0.0-beta.2", '<', "2.0.0-beta.10"}, {"2.0.0-1", '<', "2.0.0-alpha"},
-    {"2.0.0-alpha", '<', "2.0.0-alpha.1"}, {"2.0.0-alpha.1", '<', "2.0.0-alpha.beta"},
-    {"2.0.0-alpha.beta", '<', "2.0.0-beta"}, {"2.0.0-beta", '<', "2.0.0-beta.2"},
-    {"2.0.0-beta.11", '<', "2.0.0-rc.1"}, {"2.0.0-rc.1", '<', "2.0.0"},
-    {"2.0.0-2", '<', "2.0.0-10"}, {"2.0.0-02", '=', "2.0.0-2"}, {"2.0.0-B", '<', "2.0.0-a"},
-    {"2.0.0-alpha", '<', "2.0.0-alphabet"}, {"2.0.0-rc1", '>', "2.0.0-rc-1"},
-    {"2.0.0-beta-2", '>', "2.0.0-beta"}, {"2.0.0-a.b.c", '>', "2.0.0-a.b"}, {"2.0.0-a", '=', "2-a"},
-    {"2.0.0-a..b", '<', "2.0.0-a.a"}, {"2.0.0-a.", '>', "2.0.0-a"}, {"2.0.0-1.2", '<', "2.0.0-1.2x"},
-    {"2.0.0-20240601120000", '<', "2.0.0-20240601120001"},
-    {"2.0.0-99999999999999999999", '>', "2.0.0-9999999999"},
-};
-// clang-format on
-
 TEST(CompareVersions, OrdersEachPairBothWays) {
-    static_assert(std::size(pairs) >= 60);
-    for (const VersionPair& pair : pairs) {
-        const int expected = pair.order == '<' ? -1 : pair.order == '>' ? 1 : 0;
-        EXPECT_EQ(sign(compare_versions(pair.a, pair.b)), expected) << pair.a << ' ' << pair.b;
-        EXPECT_EQ(sign(compare_versions(pair.b, pair.a)), -expected) << pair.b << ' ' << pair.a;
-    }
+    TestSupport::expect_lines("tests/update/cases/versions.txt", [](const std::string& pair) {
+        const std::string a = pair.substr(0, pair.find(" | "));
+        const std::string b = pair.substr(a.size() + 3);
+        const int order = compare_versions(a, b);
+        const int reverse = compare_versions(b, a);
+        EXPECT_TRUE(order > 0 ? reverse < 0 : order < 0 ? reverse > 0 : reverse == 0) << pair;
+        return order > 0 ? "newer" : order < 0 ? "older" : "same";
+    });
 }
 
-struct ManifestCase {
-    std::string text;
-    std::string error; ///< empty: understood
-    std::string latest_version = {};
-    std::string notes_url = {};
-    std::string download_page = {};
-    std::string download_url = {};
-};
+std::string show_manifest(const std::string& text) {
+    UpdateResult result;
+    if (!parse_update_manifest(text, "os", result))
+        return result.error;
+    return result.latest_version + "|" + result.notes_url + "|" + result.download_page + "|" +
+           result.download_url;
+}
 
 TEST(UpdateManifest, IsReadByItsKeysAndTypes) {
-    const std::string no_object = "manifest is not a JSON object";
-    const std::string no_version = "manifest has no \"version\"";
-    const std::string deep(1001, '[');
-    const ManifestCase cases[] = {
-        {R"({"version": "2.0", "other": 1})", "", "2.0"},
-        {R"({"version": "2.0", "notes_url": "n", "download_page": "p"})", "", "2.0", "n", "p", "p"},
-        {R"({"version": "2.0", "platforms": {"os": {"url": "u"}}})", "", "2.0", "", "", "u"},
-        {R"({"version": "2.0", "download_page": "p", "platforms": {"os": {"url": "u"}, "b": 1}})",
-         "", "2.0", "", "p", "u"},
-        {R"({"version": "2.0", "download_page": "p", "platforms": {"other": {"url": "u"}}})", "",
-         "2.0", "", "p", "p"},
-        {R"({"version": "2.0", "download_page": "p", "platforms": {"os": {"url": 1}}})", "", "2.0",
-         "", "p", "p"},
-        {R"({"version": "2.0", "download_page": "p", "platforms": {"os": "u"}})", "", "2.0", "",
-         "p", "p"},
-        {R"({"version": "2.0", "download_page": "p", "platforms": ["os"]})", "", "2.0", "", "p",
-         "p"},
-        {R"({"version": "2.0", "notes_url": 1, "download_page": null})", "", "2.0"},
-        {R"({"version": 2})", no_version},
-        {R"({"version": ""})", no_version},
-        {R"({"version": null})", no_version},
-        {"{}", no_version},
-        {"[]", no_object},
-        {"\"version\"", no_object},
-        {"", no_object},
-        {"{", no_object},
-        {R"({"version": 1e999})", no_object},
-        {R"({"version": "2.0", "x": )" + deep + std::string(1001, ']') + "}", no_object},
-        {"{\"version\": \"\xff\"}", no_object},
-    };
-    for (const ManifestCase& c : cases) {
-        UpdateResult result;
-        EXPECT_EQ(parse_update_manifest(c.text, "os", result), c.error.empty()) << c.text;
-        EXPECT_EQ(result.error, c.error) << c.text;
-        EXPECT_EQ(result.latest_version, c.latest_version) << c.text;
-        EXPECT_EQ(result.notes_url, c.notes_url) << c.text;
-        EXPECT_EQ(result.download_page, c.download_page) << c.text;
-        EXPECT_EQ(result.download_url, c.download_url) << c.text;
-    }
+    TestSupport::expect_lines("tests/update/cases/manifests.txt", show_manifest);
+    EXPECT_EQ(show_manifest("{\"version\": \"\xff\"}"), "manifest is not a JSON object");
+    EXPECT_EQ(show_manifest("{\"version\": \"2\", \"x\": " + std::string(1001, '[') +
+                            std::string(1001, ']') + "}"),
+              "manifest is not a JSON object");
 }
 
 class UpdateCheckTest : public testing::Test {
