@@ -83,38 +83,6 @@ TEST_F(RealWindow, ARefusedChoiceAndADiscardReachTheWidgetsThatStayUp) {
     EXPECT_EQ(ui.editor_text("Text Panel/Text Editor"), read_file(file));
 }
 
-TEST_F(RealWindow, ADiscardedSectionNeverAsksAgain) {
-    write_file(ui.dir / "a/c.html", "old");
-    ui.start({site("a", R"({"home": {"sections": [{"type": "custom", "body": "/c.html"}]}})")});
-    ui.row_action("home-0", "edit");
-    ui.type("Editor Group/File Editor", "typed");
-    ui.click("Done Button");
-    ui.confirm();
-    EXPECT_EQ(ui.widget("Edit Section Dialog"), nullptr);
-    ui.click("Text View Tab");
-    EXPECT_EQ(ui.question(), "");
-    ui.click("Editor View Tab");
-    ui.row_action("home-0", "edit");
-    EXPECT_EQ(ui.editor_text("Editor Group/File Editor"), "old");
-}
-
-TEST_F(RealWindow, TextTypedForAPolicySurvivesAChangeOfTheSocials) {
-    write_file(ui.dir / "a/a.md", "old");
-    ui.start({site("a", R"({"policies": [{"name": "A", "file": "a.md"}]})")});
-    ui.click("Sidebar/Policies Tab");
-    ui.type("File Editor", "typed");
-    ui.click("Sidebar/Socials Tab");
-    ui.click("Add Social Button");
-    ui.type("Body/Label Editor", "Forge");
-    ui.type("Body/URL Editor", "https://f");
-    ui.click("Body/Actions/Create Button");
-    ASSERT_NE(ui.widget("Social Cards/social-0"), nullptr);
-    ui.click("Sidebar/Policies Tab");
-    EXPECT_EQ(ui.editor_text("File Editor"), "typed");
-    ui.click("File Status Bar/Save Button");
-    EXPECT_EQ(read_file(ui.dir / "a/a.md"), "typed");
-}
-
 TEST_F(RealWindow, ASectionMovedDownStandsLowerOnScreen) {
     ui.start({site("a", R"({"home": {"sections": [{"type": "custom", "label": "one"},
                             {"type": "socials"}, {"type": "projects"}]}})")});
@@ -245,18 +213,6 @@ TEST(WaysOut, DoWithWhatIsUnsavedAsAgreed) {
         EXPECT_EQ(read_file(ui->dir / subject.document), "old");
         EXPECT_EQ(read_file(ui->dir / subject.config), before);
     }
-}
-
-TEST(WaysOut, AClosedDirtyConfigurationNeverAsksAgain) {
-    const auto ui = open_subject(ways_out()[0]);
-    ui->click("Sidebar/Policies Tab");
-    ui->type("File Editor", "typed");
-    ui->row_action("config-2", "close");
-    ui->row_action("config-1", "activate");
-    EXPECT_EQ(ui->question(), "");
-    ui->open(ui->dir / "a/.lumenfold-site");
-    ui->click("Sidebar/Policies Tab");
-    EXPECT_EQ(ui->editor_text("File Editor"), "old");
 }
 
 } // namespace

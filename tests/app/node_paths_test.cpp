@@ -119,19 +119,6 @@ TEST(NodePaths, ResolveInTheStylesWithTheirKindAndLists) {
     EXPECT_EQ(ui.app->list_keys(), bound);
 }
 
-TEST(NodePaths, EveryDialogStartsHidden) {
-    AppDriver ui;
-    ui.start();
-    for (const char* dialog :
-         {"New Website", "Message", "Confirm", "Add Policy", "Add Section", "Edit Section",
-          "Add Social", "Add Project", "Promote", "Add Topic", "Add Dependency", "Add Fact",
-          "Add Download", "Theme Directories", "Update"}) {
-        const std::string path = std::string("App/") + dialog + " Dialog";
-        EXPECT_NE(ui.app->engine().find_layer(path), nullptr) << path;
-        EXPECT_FALSE(ui.shown(path)) << path;
-    }
-}
-
 /// The road of one keystroke with nothing in between: a slot's clock, an event by its path, a file.
 TEST(NodePaths, AnEventByPathChangesOneLineOfTheFile) {
     AppDriver ui;

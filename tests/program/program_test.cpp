@@ -140,16 +140,4 @@ TEST(Program, InstalledAssetsWithoutAThemeEndTheStart) {
     }
 }
 
-TEST(Program, InstalledAssetsWithoutStylesShowAnEmptyWindow) {
-    TempDir folder;
-    std::filesystem::copy(PROGRAM, folder / "lumenfold");
-    TestSupport::write_file(folder / "assets/corvel/themes/plain.json", R"({"Plain": {}})");
-    std::filesystem::create_directories(folder / "assets/corvel/styles");
-    const std::string shot = (folder / "empty.png").string();
-    const Outcome outcome =
-        run_program(folder, {{"CORVEL_SHOT", shot}}, {}, (folder / "lumenfold").string());
-    EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
-    EXPECT_EQ(png_size(shot), std::pair(1000u, 700u));
-}
-
 } // namespace

@@ -1,7 +1,8 @@
 // Every operation that changes one file. Its cases stand in cases/mutators.txt: the operation with
 // its arguments between "|"; "<", the file before, or none; then ">", the document after, or "!",
-// the words of a refusal that leaves every byte. FILE stands for the file's path, a trailing "…"
+// the words of a refusal that leaves every byte. FILE and DIR stand for the paths, a trailing "…"
 // for more words of the parser, an indented line continues the last one.
+#include "site/creation.h"
 #include "site/records.h"
 #include "site/site_support.h"
 #include "site/versions.h"
@@ -47,6 +48,29 @@ using A = const Arguments&;
 using E = std::string*;
 using Operation = std::function<bool(F file, A arguments, E error)>;
 
+/// Projects beside the file, for the operations on registries.
+const std::pair<const char*, const char*> PROJECTS[] = {
+    {"core", R"({"slug": "core"})"},
+    {"core-x", R"({"slug": "x", "parent_slug": "core"})"},
+    {"zed", R"({"slug": "zed"})"},
+    {"zed-taken", "{}"},
+    {"broken", "{"},
+    {"list", R"(["slug"])"},
+    {"bare", "{}"},
+    {"empty", R"({"slug": ""})"},
+    {"number", R"({"slug": 5})"},
+};
+
+fs::path project_of(const fs::path& site, const std::string& name) {
+    return site.parent_path() / "projects" / name / ".lumenfold-project";
+}
+
+void write_projects(const fs::path& root) {
+    for (const auto& [name, text] : PROJECTS)
+        write_file(project_of(root / "file", name), text);
+    write_file(root / "projects/blocked", "a file in the way");
+}
+
 const std::map<std::string, Operation>& operations() {
     // clang-format off
     static const std::map<std::string, Operation> all = {
@@ -67,6 +91,8 @@ const std::map<std::string, Operation>& operations() {
         {"remove_projects", [](F f, A a, E) { return remove_projects(f, {f.parent_path() / a[0]}); }},
         {"include_version", [](F f, A a, E) { return include_version(f, a[0], a[1]); }},
         {"exclude_version", [](F f, A a, E) { return exclude_version(f, a[0]); }},
+        {"create_project", [](F f, A a, E e) { return create_project(f, {a[0], a[1], a[2], a[3], a[4]}, nullptr, e); }},
+        {"promote", [](F f, A a, E e) { return promote_to_family(f, project_of(f, a[0]), a[1], "L", nullptr, nullptr, e); }},
     };
     // clang-format on
     return all;
@@ -117,8 +143,11 @@ TEST(Mutators, ChangeOneFileOrLeaveEveryByte) {
         SCOPED_TRACE(c.where + ": " + c.operation);
         const TempDir dir;
         const fs::path file = dir / "file";
+        if (c.operation == "create_project" || c.operation == "promote")
+            write_projects(dir.path());
         if (c.before)
             write_file(file, *c.before);
+        const auto before = file_tree(dir.path());
         std::string error;
         const bool done = operations().at(c.operation)(file, c.arguments, &error);
         EXPECT_EQ(done, c.outcome == '>');
@@ -129,14 +158,15 @@ TEST(Mutators, ChangeOneFileOrLeaveEveryByte) {
         std::string words = c.expected;
         if (const std::size_t at = words.find("FILE"); at != std::string::npos)
             words.replace(at, 4, file.string());
+        if (const std::size_t at = words.find("DIR"); at != std::string::npos)
+            words.replace(at, 3, dir.path().string());
         if (const std::size_t more = words.find("…"); more != std::string::npos) {
             words.resize(more);
             error.resize(std::min(more, error.size()));
         }
         EXPECT_EQ(error, words);
         EXPECT_FALSE(operations().at(c.operation)(file, c.arguments, nullptr));
-        EXPECT_EQ(fs::exists(file), c.before.has_value());
-        EXPECT_EQ(read_file(file), c.before.value_or(""));
+        EXPECT_EQ(file_tree(dir.path()), before);
     }
 }
 
@@ -264,21 +294,9 @@ TEST(HomeSectionFragment, IsMadeOnce) {
     EXPECT_EQ(create_home_section_fragment(dir.path(), "folder"), "") << "a folder in the way";
 }
 
-TEST(TextHelpers, SlugifyAndTrim) {
-    const char* slugs[][2] = {{"Hello, World!", "hello-world"},
-                              {"", ""},
-                              {"---", ""},
-                              {"  A  b  ", "a-b"},
-                              {"Z9", "z9"},
-                              {"über-uns", "ber-uns"},
-                              {"C++ & C#", "c-c"},
-                              {"@[`{", ""},
-                              {"a\nb", "a-b"}};
-    for (const auto& [text, slug] : slugs)
-        EXPECT_EQ(slugify(text), slug) << text;
-    const char* trimmed[][2] = {{" \t a b\t ", "a b"}, {"\n a \n", "\n a \n"}, {"\t \t", ""}};
-    for (const auto& [text, rest] : trimmed)
-        EXPECT_EQ(trim(text), rest) << text;
+TEST(Trim, CutsBlanksAndTabsOnly) {
+    EXPECT_EQ(trim(" \t a b\t "), "a b");
+    EXPECT_EQ(trim("\n a \n"), "\n a \n");
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 // What the site's files say, and what is made of files that say it wrongly.
 #include "site/config_files.h"
+#include "site/creation.h"
 #include "site/path_text.h"
 #include "site/records.h"
 #include "site/site_support.h"
 #include "site/versions.h"
 
+#include <fstream>
+#include <map>
 #include <sys/stat.h>
 
 namespace Lumenfold {
@@ -88,78 +91,87 @@ TEST(ReadTextFile, ReadsFilesOnly) {
     EXPECT_EQ(read_text_file(dir / "pipe"), std::nullopt) << "and does not wait for a writer";
 }
 
-TEST(ClassifyConfig, GoesByNameThenByKeys) {
-    struct Case {
-        const char* name;
-        const char* text;
-        ConfigKind kind;
-    };
-    const Case cases[] = {
-        {".lumenfold-site", "not JSON", ConfigKind::Site},
-        {".lumenfold-project", R"({"branding": {}})", ConfigKind::Project},
-        {"a", R"({"branding": null, "slug": "x"})", ConfigKind::Site},
-        {"a", R"({"nav_menus": 1})", ConfigKind::Site},
-        {"a", R"({"projects": []})", ConfigKind::Site},
-        {"a", R"({"projects": {}, "slug": "x"})", ConfigKind::Project},
-        {"a", R"({"slug": 5, "project": 1})", ConfigKind::Project},
-        {"a", R"({"project": null})", ConfigKind::Manifest},
-        {".lumenfold", R"({"includes": []})", ConfigKind::Manifest},
-        {"a", R"({"external": 0})", ConfigKind::Manifest},
-        {".lumenfold", R"({"build": {}})", ConfigKind::Unknown},
-        {".lumenfold-Site", "{}", ConfigKind::Unknown},
-        {"a", "[{\"slug\": 1}]", ConfigKind::Unknown},
-        {"a", "{\"slug\": ", ConfigKind::Unknown},
-        {"a", "{\"slug\": 1e999}", ConfigKind::Unknown},
-    };
-    for (const Case& c : cases) {
-        const TempDir dir;
-        write_file(dir / c.name, c.text);
-        EXPECT_EQ(classify_config(dir / c.name), c.kind) << c.name << ": " << c.text;
-    }
-    EXPECT_EQ(classify_config("/no/such/.lumenfold-site"), ConfigKind::Site);
+using Answer = std::string (*)(const std::string& first, const std::string& second);
+
+/// The folder's only file with this text.
+fs::path file_of(const TempDir& dir, const std::string& text) {
+    write_file(dir / "the folder/config", text);
+    return dir / "the folder/config";
 }
 
-TEST(CheckFormat, RefusesLaterAndOddFormats) {
-    const std::string integer = "'format' must be an integer (this Lumenfold reads up to format 1)";
-    const std::string reads = "; this Lumenfold reads up to format 1";
-    const std::string advice = " (update Lumenfold to open it)";
-    const std::pair<const char*, std::string> cases[] = {
-        {R"({"format": 1})", ""},
-        {R"({})", ""},
-        {R"([{"format": 2}])", ""},
-        {R"({"format": 1.5})", integer},
-        {R"({"format": 1.0})", integer},
-        {R"({"format": "1"})", integer},
-        {R"({"format": null})", integer},
-        {R"({"format": true})", integer},
-        {R"({"format": 2})", "declares format 2" + reads + advice},
-        {R"({"format": 18446744073709551615})",
-         "declares format 18446744073709551615" + reads + advice},
-        {R"({"format": 0})", "declares format 0" + reads},
-        {R"({"format": -9223372036854775808})", "declares format -9223372036854775808" + reads},
-        {R"({"format": 2)", ""}, // the caller's own parser will tell
-    };
+std::string kind_of(const std::string& name, const std::string& text) {
     const TempDir dir;
-    for (const auto& [text, words] : cases) {
-        write_file(dir / "config", text);
-        std::string error;
-        EXPECT_EQ(check_format(dir / "config", &error), words.empty());
-        EXPECT_EQ(error, words) << text;
-    }
-    EXPECT_TRUE(check_format(dir / "missing", nullptr));
+    write_file(dir / name, text);
+    const char* kinds[] = {"site", "project", "manifest", "unknown"};
+    return kinds[static_cast<int>(classify_config(dir / name))];
 }
 
-TEST(ReadTitle, FallsBackOnTheFoldersName) {
+std::string format_words(const std::string& text, const std::string&) {
     const TempDir dir;
-    const fs::path file = dir / "the folder/config";
-    for (const char* text : {R"({"title": ""})", R"({"title": null})", R"(["title"])", "{"}) {
-        write_file(file, text);
-        EXPECT_EQ(read_title(file, ConfigKind::Site), "the folder") << text;
+    std::string error;
+    const bool passes = check_format(file_of(dir, text), &error);
+    EXPECT_EQ(passes, error.empty());
+    return error;
+}
+
+std::string section_types(const std::string& text, const std::string&) {
+    const TempDir dir;
+    std::string types;
+    for (const std::string& type : read_home_sections(file_of(dir, text)))
+        types += type + ",";
+    return types;
+}
+
+std::string newer_of(const std::string& a, const std::string& b) {
+    EXPECT_FALSE(version_newer(a, b) && version_newer(b, a));
+    return version_newer(a, b) ? "first" : version_newer(b, a) ? "second" : "neither";
+}
+
+/// Cases of cases/answers.txt: "QUESTION ARGUMENT|ARGUMENT => ANSWER".
+TEST(Answers, AreThoseOfTheList) {
+    const std::map<std::string, Answer> questions = {
+        {"classify", kind_of},
+        {"format", format_words},
+        {"sections", section_types},
+        {"newer", newer_of},
+        {"site_title",
+         [](const std::string& text, const std::string&) {
+             const TempDir dir;
+             return read_title(file_of(dir, text), ConfigKind::Site);
+         }},
+        {"project_name",
+         [](const std::string& text, const std::string&) {
+             const TempDir dir;
+             return read_title(file_of(dir, text), ConfigKind::Project);
+         }},
+        {"manifest",
+         [](const std::string& folder, const std::string& source) {
+             return manifest_path(folder, source).string();
+         }},
+        {"slug",
+         [](const std::string& text, const std::string&) {
+             return std::string(is_valid_slug(text) ? "yes" : "no");
+         }},
+        {"slugify", [](const std::string& text, const std::string&) { return slugify(text); }},
+    };
+    std::ifstream in(SOURCE_ROOT "/tests/site/cases/answers.txt");
+    int asked = 0;
+    for (std::string line; std::getline(in, line);) {
+        if (line.empty() || line.starts_with("#"))
+            continue;
+        SCOPED_TRACE(line);
+        const std::size_t arrow = line.find(" =>");
+        const std::size_t blank = std::min(line.find(' '), arrow);
+        const std::string arguments = line.substr(blank, arrow - blank);
+        const std::size_t bar = std::min(arguments.find('|'), arguments.size());
+        const std::string answer = line.size() > arrow + 3 ? line.substr(arrow + 4) : "";
+        EXPECT_EQ(questions.at(line.substr(0, blank))(
+                      bar > 0 ? arguments.substr(1, bar - 1) : "",
+                      bar < arguments.size() ? arguments.substr(bar + 1) : ""),
+                  answer);
+        ++asked;
     }
-    write_file(file, R"({"title": "T", "name": "N"})");
-    EXPECT_EQ(read_title(file, ConfigKind::Site), "T");
-    EXPECT_EQ(read_title(file, ConfigKind::Project), "N");
-    EXPECT_EQ(read_title(dir / "a/../b/.lumenfold-site", ConfigKind::Site), "b");
+    EXPECT_GT(asked, 80);
 }
 
 TEST(ReadProjectInfo, ReadsWhatItCan) {
@@ -261,15 +273,6 @@ TEST(LoadManifest, SaysWhyNot) {
         EXPECT_EQ(error, words);
         EXPECT_EQ(json, "before");
     }
-    const char* paths[][3] = {{"/s/p", "", "/s/p/.lumenfold"},
-                              {"/s/p//\\/", "src", "/s/p/src/.lumenfold"},
-                              {"/s/p", "../src/", "/s/p/../src/.lumenfold"},
-                              {"/s/p", "/src", "/src/.lumenfold"},
-                              {"/", "", "/.lumenfold"},
-                              {"//", "src", "/src/.lumenfold"},
-                              {"", "", ".lumenfold"}};
-    for (const auto& [folder, source, path] : paths)
-        EXPECT_EQ(manifest_path(folder, source).string(), path) << folder << " with " << source;
 }
 
 TEST(DiscoverVersions, ListsEveryFolder) {
@@ -289,29 +292,6 @@ TEST(DiscoverVersions, ListsEveryFolder) {
     EXPECT_EQ(listed, "1.10=1.10.0 1.9=1.9.4 2.0= empty= latest=1.9.4 ");
     EXPECT_EQ(newest_version(discover_versions(dir.path())), "2.0");
     EXPECT_EQ(newest_version({{"alpha", ""}, {"beta", ""}}), "beta");
-}
-
-TEST(VersionNewer, OrdersMajorMinorLabelsOnly) {
-    struct Case {
-        const char* a;
-        const char* b;
-        bool newer, older;
-    };
-    // clang-format off
-    const Case cases[] = {
-        {"1.10", "1.9", true, false}, {"2.0", "1.99", true, false}, {"1.2", "01.02", false, false},
-        {"1.2.3", "1.2.9", false, false}, {"nightly", "x", false, false},
-        {"1.2", "nightly", true, false}, {"1.2", "1.2.3", true, false}, {"0.0", "9", true, false},
-        {"0.1", "", true, false}, {"0.1", "1.", true, false}, {"0.1", ".1", true, false},
-        {"0.1", "1.2 ", true, false}, {"0.1", "v1.2", true, false}, {"0.1", "-1.2", true, false},
-        {"0.1", "+1.2", true, false}, {"999999999.0", "999999998.999999999", true, false},
-        {"0.1", "1000000000.1", true, false}, // ten digits
-    };
-    // clang-format on
-    for (const Case& c : cases) {
-        EXPECT_EQ(version_newer(c.a, c.b), c.newer) << c.a << " newer than " << c.b;
-        EXPECT_EQ(version_newer(c.b, c.a), c.older) << c.b << " newer than " << c.a;
-    }
 }
 
 } // namespace
