@@ -125,19 +125,15 @@ TEST(SvgTint, HostileDocumentsTakeNoTime) {
     const std::string end = "</linearGradient>";
     const std::vector<std::string> documents = {
         repeated("<linearGradient "),
-        repeated("<linearGradient ") + " id >" + end,
         repeated("<linearGradient id ") + ">" + end,
         repeated("<linearGradient id=\"") + ">" + end,
         end + repeated("<linearGradient id=\"x\"/>"),
-        repeated("<linearGradientX") + " id=\"g\">" + end,
         repeated("<path id=\"a\" fill=\"#000\""),
         repeated("<path id=\"a\" fill=\"#000\"/>"),
-        "<path id=\"a\" url( fill=" + repeated(" ") + ">",
         "<path id=\"a\" " + repeated("url( fill=") + ">",
         "<path id" + repeated(" ") + ">",
         repeated("<!-- exclude=\""),
         "<!--" + repeated(" ") + "exclude" + repeated(" "),
-        repeated("<!-- ") + "exclude",
     };
     for (const std::string& document : documents) {
         SCOPED_TRACE(document.substr(0, 40));

@@ -1,6 +1,5 @@
 #include "desktop/media/asset_paths.h"
 #include "runtime/corvel_app.h"
-#include "runtime/desktop_app.h"
 #include "runtime/start/desktop_slots.h"
 #include "runtime/start/settings_mirror.h"
 #include "runtime/start/theme_directories.h"
@@ -13,7 +12,6 @@
 #include <QSettings>
 #include <QTest>
 
-#include <filesystem>
 #include <thread>
 
 namespace Corvel {
@@ -26,39 +24,13 @@ class Start : public testing::Test {
 protected:
     Start() {
         QCoreApplication::setApplicationName(QStringLiteral("Tests"));
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                           QString::fromStdString(base));
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, base);
         QSettings().clear();
     }
     TestSupport::TempDir folder;
-    const std::string base = folder.path().string();
+    const QString base = QString::fromStdString(folder.path().string());
     CorvelApp app;
 };
-
-TEST_F(Start, AnInstalledTreeReplacesAllDirectories) {
-    const struct {
-        const char* folder; ///< that comes into being
-        std::string root;
-        Texts media;
-    } cases[] = {
-        {"/assets/corvel/themes", "/checkout", {"/checkout/media"}},
-        {"/assets/corvel/styles", base + "/assets/corvel", {}},
-        {"/assets/app/media", base + "/assets/corvel", {base + "/assets/app"}},
-    };
-    for (const auto& [created, root, media] : cases) {
-        std::filesystem::create_directories(base + created);
-        DesktopAppConfig config;
-        config.framework_root = "/checkout";
-        config.style_dirs = {"/checkout/styles"};
-        config.media_roots = {"/checkout/media"};
-        resolve_asset_roots(config, base);
-        EXPECT_EQ(config.framework_root, root);
-        const bool installed = root != "/checkout";
-        EXPECT_EQ(config.style_dirs[0],
-                  installed ? base + "/assets/app/styles" : "/checkout/styles");
-        EXPECT_EQ(config.media_roots, media);
-    }
-}
 
 TEST_F(Start, TheStoreIsMirroredInTheSettings) {
     QSettings settings;
@@ -111,11 +83,11 @@ TEST_F(Start, LateWorkRunsOnThisThreadAndIsAnnounced) {
 TEST_F(Start, TheWindowIconComesFromAPngOrAnSvgByTheNamesEnd) {
     QImage picture(40, 20, QImage::Format_ARGB32);
     picture.fill(Qt::red);
-    ASSERT_TRUE(picture.save(QString::fromStdString(base + "/mark.PNG"), "PNG"));
+    ASSERT_TRUE(picture.save(base + QLatin1String("/mark.PNG"), "PNG"));
     TestSupport::write_file(folder / "mark.svg",
                             R"(<svg xmlns="http://www.w3.org/2000/svg" )"
                             R"(viewBox="0 0 8 8"><rect width="8" height="8"/></svg>)");
-    set_icon_dirs({base});
+    set_icon_dirs({folder.path().string()});
     for (const char* name : {"mark.PNG", "mark"})
         EXPECT_EQ(load_window_icon(name).availableSizes().size(), 7) << name;
     for (const char* name : {"absent.png", "absent"})
