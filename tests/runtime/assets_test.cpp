@@ -92,16 +92,11 @@ std::string theme_attributes(CorvelApp& app) {
 }
 
 TEST(ThemeSwitch, KeysThatAThemeLacksGetTheirDefaults) {
-    TestApp app("App:\n Fill: Theme/Primary\n List:\n  Bind: Theme/Secondary\n  Card\n",
-                {theme_text("A", R"("Primary": "#aaa", "Gradient": ["0.25:#1", "3:#2"],
-                                    "Secondary": "ThemeList")"),
-                 theme_text("B", R"("Foreground": 5, "Tertiary": [1])")});
-    EXPECT_EQ(theme_attributes(app.app), "#e3e3e3 0 #1 3 #2 #aaa ThemeList #25272b ");
-    EXPECT_EQ(app.children("App/List"), "A;B;");
+    TestApp app("App\n", {theme_text("A", R"("Primary": "#aaa", "Gradient": ["0.25:#1", "3:#2"])"),
+                          theme_text("B", R"("Foreground": 5, "Tertiary": [1])")});
+    EXPECT_EQ(theme_attributes(app.app), "#e3e3e3 0 #1 3 #2 #aaa #2f3136 #25272b ");
     EXPECT_TRUE(app->set_theme("B"));
     EXPECT_EQ(theme_attributes(app.app), "5 0 #3a3c42 1 #42454d #36393f #2f3136  ");
-    EXPECT_EQ(app.node("App").style->fill.text, "#36393f");
-    EXPECT_EQ(app.children("App/List"), "Card;");
 }
 
 TEST(ThemeSwitch, OnlyRealChangesAreWritten) {
@@ -122,16 +117,12 @@ TEST(ThemeSwitch, OnlyRealChangesAreWritten) {
     EXPECT_FALSE(app->remove_theme("B")); // the last one stays
 }
 
-TEST(ThemeSwitch, ATextForTheActiveThemeTakesEffectAtOnce) {
-    TestApp app("App:\n Fill: Theme/Primary\n");
-    EXPECT_EQ(app->add_theme_text("{"), "");
-    EXPECT_EQ(app->add_theme_text(theme_text("Other", "\"Primary\": \"#1\"")), "Other");
-    EXPECT_EQ(app.node("App").style->fill.text, "#36393f");
-    EXPECT_EQ(app->add_theme_text(theme_text("Plain", "\"Primary\": \"#2\"")), "Plain");
-    EXPECT_EQ(app.node("App").style->fill.text, "#2");
-    CorvelApp bare; // without a layer for themes
-    bare.add_theme_text(theme_text("T", ""));
-    EXPECT_TRUE(bare.set_theme("T"));
+TEST(ThemeSwitch, NeedsNoLayerForThemes) {
+    CorvelApp app;
+    EXPECT_EQ(app.add_theme_text("{"), "");
+    EXPECT_EQ(app.add_theme_text(theme_text("T", "")), "T");
+    EXPECT_TRUE(app.set_theme("T"));
+    EXPECT_EQ(app.active_theme(), "T");
 }
 
 } // namespace

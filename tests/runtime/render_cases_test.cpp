@@ -1,0 +1,127 @@
+// Runs tests/runtime/cases/render.txt: the application's style file, then lines "> command path" or
+// "> command path = value". "tree" shows a node and what is below it.
+
+#include "runtime/app_fixture.h"
+#include "support/case_file.h"
+
+namespace Corvel {
+namespace {
+
+using TestSupport::TestApp;
+
+/// "name (kind)" and what differs from the defaults, a node a line.
+std::string show(const RenderNode& node, const std::string& indent = "") {
+    static const char* const kinds[] = {"Box",   "Text",  "Button",   "Icon",     "Editor",
+                                        "Image", "Video", "Markdown", "QR",       "Check Box",
+                                        "Link",  "Host",  "Scanner",  "Combo Box"};
+    static const std::pair<const char*, std::string NodeStyle::*> texts[] = {
+        {"source", &NodeStyle::source},
+        {"effective", &NodeStyle::effective_source},
+        {"href", &NodeStyle::href},
+        {"data", &NodeStyle::data},
+        {"placeholder", &NodeStyle::placeholder},
+        {"color", &NodeStyle::text_color},
+        {"second", &NodeStyle::secondary_text_color}};
+    static const std::pair<const char*, double NodeStyle::*> numbers[] = {
+        {"width", &NodeStyle::width},      {"height", &NodeStyle::height},
+        {"max", &NodeStyle::max_width},    {"aspect", &NodeStyle::aspect_ratio},
+        {"left", &NodeStyle::margin_left}, {"grow", &NodeStyle::layout_grow},
+        {"opacity", &NodeStyle::opacity},  {"border", &NodeStyle::border_thickness}};
+    const NodeStyle& style = node.style;
+    const NodeStyle defaults;
+    std::ostringstream out;
+    out << indent << node.name.get() << " (" << kinds[static_cast<int>(node.kind)] << ")";
+    if (!node.text.get().empty())
+        out << " '" << node.text.get() << "'";
+    for (const auto& [name, field] : texts)
+        if (style.*field != defaults.*field)
+            out << ' ' << name << '=' << style.*field;
+    for (const auto& [name, field] : numbers)
+        if (style.*field != defaults.*field)
+            out << ' ' << name << '=' << style.*field;
+    if (!style.fill.text.empty())
+        out << " fill=" << style.fill.text;
+    if (!style.border_fill.text.empty())
+        out << " border-fill=" << style.border_fill.text;
+    out << (style.visible ? "\n" : " invisible\n");
+    for (const RenderNode& child : node.children)
+        out << show(child, indent + "  ");
+    return out.str();
+}
+
+/// Rows from "id key=value, key=value; id; ...".
+std::vector<ListEntry> rows_from(const std::string& text) {
+    std::vector<ListEntry> rows;
+    std::istringstream entries(text);
+    for (std::string entry; std::getline(entries, entry, ';');) {
+        entry.erase(0, entry.find_first_not_of(' '));
+        std::istringstream words(entry);
+        ListEntry& row = rows.emplace_back();
+        std::getline(words, row.id, ' ');
+        for (std::string field; std::getline(words >> std::ws, field, ',');)
+            row.fields[field.substr(0, field.find('='))] = field.substr(field.find('=') + 1);
+    }
+    return rows;
+}
+
+using Command =
+    std::function<void(TestApp& app, const std::string& path, const std::string& value)>;
+
+const std::map<std::string, Command> commands = {
+    {"text", [](auto& app, auto& path, auto& value) { app->set_text(path, value); }},
+    {"source", [](auto& app, auto& path, auto& value) { app->set_source(path, value); }},
+    {"href", [](auto& app, auto& path, auto& value) { app->set_href(path, value); }},
+    {"data", [](auto& app, auto& path, auto& value) { app->set_data(path, value); }},
+    {"height", [](auto& app, auto& path, auto& value) { app->set_height(path, std::stod(value)); }},
+    {"hide", [](auto& app, auto& path, auto&) { app->set_visible(path, false); }},
+    {"show", [](auto& app, auto& path, auto&) { app->set_visible(path, true); }},
+    {"state", [](auto& app, auto& path, auto& value) { app->add_state(path, value); }},
+    {"no-state", [](auto& app, auto& path, auto& value) { app->remove_state(path, value); }},
+    {"global", [](auto& app, auto& state, auto&) { app->add_global_state(state); }},
+    {"rows", [](auto& app, auto& key, auto& value) { app->set_rows(key, rows_from(value)); }},
+    {"add-theme",
+     [](auto& app, auto& name, auto& members) {
+         EXPECT_EQ(
+             app->add_theme_text(TestSupport::theme_text(name, members)).substr(0, name.size()),
+             name);
+     }},
+    {"theme", [](auto& app, auto& name, auto&) { EXPECT_TRUE(app->set_theme(name)); }},
+    {"viewport-width",
+     [](auto& app, auto& width, auto&) { app->set_viewport_width(std::stod(width)); }},
+    {"viewport-height",
+     [](auto& app, auto& height, auto&) { app->set_viewport_height(std::stod(height)); }},
+    {"click",
+     [](auto& app, auto& path, auto&) {
+         app->render_patches();
+         app->dispatch_event(path, "click");
+     }},
+};
+
+std::string run(const std::string& input) {
+    const std::size_t script = input.find("\n> ") + 1;
+    TestApp app(input.substr(0, script));
+    std::string output;
+    app->on_any_row_click = [&](const auto& key, const auto& item, const auto& action) {
+        output += "clicked " + key + "|" + item + "|" + action + "\n";
+    };
+    std::istringstream lines(input.substr(script));
+    for (std::string line; std::getline(lines, line);) {
+        const std::string command = line.substr(2, line.find(' ', 2) - 2);
+        const std::string rest = line.substr(std::min(command.size() + 3, line.size()));
+        const std::size_t equals = std::min(rest.find(" ="), rest.size());
+        const std::string path = rest.substr(0, equals);
+        const std::string value = rest.substr(std::min(equals + 3, rest.size()));
+        if (command == "tree")
+            output += app.shows(path) ? show(app.node(path)) : "no " + path + "\n";
+        else
+            commands.at(command)(app, path, value);
+    }
+    return output;
+}
+
+TEST(Render, ShowsWhatTheStateSays) {
+    TestSupport::expect_cases("tests/runtime/cases/render.txt", run);
+}
+
+} // namespace
+} // namespace Corvel
