@@ -91,31 +91,23 @@ namespace {
 
 const std::vector<ComboItem> three = {{"a", "Alpha"}, {"b", "Beta"}, {"B", "Other Beta"}};
 
-class Combo : public testing::Test {
-protected:
-    Combo() {
-        choose("a");
-        combo.resize(200, 48);
-        combo.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&combo));
-    }
-    void choose(const std::string& selected, const std::vector<ComboItem>& items = three) {
-        const NodeStyle style{.fill = {"#202020"}, .text_color = "#eeeeee", .font_size = 20};
-        apply_combo_style(&combo, style, items, selected);
-    }
-    std::string shown() { return combo.combo->currentText().toStdString(); }
-    ComboWidget combo;
-};
-
 } // namespace
 
-TEST_F(Combo, ShowsTheSelectedValueByExactCaseAndReportsTheUserSChoice) {
+TEST(Combo, ShowsTheSelectedValueByExactCaseAndReportsTheUserSChoice) {
+    ComboWidget combo;
+    combo.resize(200, 48);
+    combo.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&combo));
+    const auto choose = [&](const std::string& selected, const std::vector<ComboItem>& items) {
+        apply_combo_style(&combo, SharedStyle(), items, selected);
+    };
+    const auto shown = [&] { return combo.combo->currentText().toStdString(); };
     std::vector<std::string> chosen;
     combo.on_select = [&](const std::string& value) { chosen.push_back(value); };
     const std::pair<const char*, const char*> cases[] = {
         {"b", "Beta"}, {"unknown", "Beta"}, {"a", "Alpha"}, {"B", "Other Beta"}};
     for (const auto& [value, label] : cases) {
-        choose(value);
+        choose(value, three);
         EXPECT_EQ(shown(), label) << value;
     }
     EXPECT_TRUE(chosen.empty());
@@ -123,22 +115,19 @@ TEST_F(Combo, ShowsTheSelectedValueByExactCaseAndReportsTheUserSChoice) {
     EXPECT_EQ(chosen, std::vector<std::string>{"b"});
     // The rows are made anew for other labels only: an open list stays open.
     QSignalSpy rebuilt(combo.combo->model(), &QAbstractItemModel::rowsInserted);
-    choose("a");
+    choose("a", three);
     EXPECT_EQ(rebuilt.count(), 0);
     choose("b", {{"a", "Alpha"}, {"b", "Gamma"}});
     EXPECT_EQ(shown(), "Gamma");
+    QTest::mousePress(&combo, Qt::LeftButton, {}, {190, 24});
+    EXPECT_TRUE(combo.combo->view()->isVisible());
+    EXPECT_GE(combo.combo->view()->minimumWidth(), 190) << "as wide as the box";
+    combo.combo->hidePopup();
     choose("a", {});
     EXPECT_EQ(combo.combo->currentIndex(), -1);
 }
 
-TEST_F(Combo, APressOnTheBoxOpensTheList) {
-    QTest::mousePress(&combo, Qt::LeftButton, {}, {190, 24});
-    EXPECT_TRUE(combo.combo->view()->isVisible());
-    EXPECT_GE(combo.combo->view()->width(), 190) << "as wide as the box";
-    combo.combo->hidePopup();
-}
-
-TEST(ComboInAPanel, TheWheelScrollsThePanelAndSelectsNothing) {
+TEST(Combo, TheWheelScrollsThePanelAndSelectsNothing) {
     QScrollArea area;
     auto* content = new QWidget;
     auto* combo = new ComboWidget(content);

@@ -3,7 +3,9 @@
 #include "desktop/widgets/icon_widget.h"
 #include "desktop/widgets/image_widget.h"
 #include "desktop/widgets/sizing.h"
+#include "desktop/widgets/vbox_widget.h"
 #include "desktop/widgets/widget_support.h"
+#include "desktop/widgets/wrap_label.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +16,10 @@
 #include <QTimer>
 
 #include <limits>
+#include <memory>
+#include <vector>
+
+// What the pictures of the gallery do not show.
 
 using namespace Corvel;
 
@@ -118,16 +124,6 @@ TEST_F(Media, AnImageTakesAnyKindOfFileAndSvgItsTextColour) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return color_at(image, 2, 2) == red; }, 2000));
 }
 
-TEST_F(Media, ALargePictureIsReducedByAveraging) {
-    QImage stripes(400, 400, QImage::Format_RGB32);
-    for (int x = 0; x < 400; ++x)
-        QPainter(&stripes).fillRect(x, 0, 1, 400, x % 2 ? Qt::white : Qt::black);
-    stripes.save(QString::fromStdString((dir / "stripes.png").string()));
-    ImageWidget image(style("stripes.png"));
-    image.resize(20, 20);
-    EXPECT_NEAR(picture_of(image).pixelColor(7, 10).red(), 127, 25);
-}
-
 TEST_F(Media, ARemotePictureIsFetchedOnceAndReplacesNoNewerSource) {
     int fetches = 0;
     LoopbackServer server([&](const LoopbackServer::Request& request, QTcpSocket& socket) {
@@ -155,7 +151,7 @@ TEST_F(Media, ARemotePictureIsFetchedOnceAndReplacesNoNewerSource) {
         EXPECT_TRUE(image.loading);
         EXPECT_EQ(color_at(image, 2, 2), green);
         image.set_source("wide.svg");
-        QTest::qWait(100);
+        QTest::qWait(200);
         EXPECT_EQ(loaded_color(image), blue);
         EXPECT_EQ(fetches, 2) << "two widgets during one load fetch twice";
     }
@@ -205,4 +201,45 @@ TEST_F(Media, SizesAreAsGivenAndIconsAndMediaKeepTheirProportions) {
         EXPECT_EQ(limits_of(image), c.image);
         EXPECT_EQ(image.heightForWidth(101), c.style.aspect_ratio > 0 ? 51 : -1);
     }
+}
+
+TEST(Painting, GradientsTakeTheirStopsAsFarAsTheyCanBeRead) {
+    const struct {
+        const char* stops;
+        std::vector<int> red; ///< at the top, in the middle and at the bottom; none: not painted
+    } cases[] = {
+        {"0:#000000,1:#ffffff", {0, 127, 255}},
+        {"0.75:#0a0000,,0.25: red ,", {255, 132, 10}},
+        {"x:#fff", {255, 255, 255}},
+        {"#123456", {}},
+        {"7:#fff,nan:#fff", {}},
+    };
+    for (const auto& [stops, expected] : cases) {
+        SCOPED_TRACE(stops);
+        VBoxWidget box;
+        box.resize(20, 101);
+        box.set_style(NodeStyle{.fill = {stops, true}});
+        const QImage image = picture_of(box);
+        EXPECT_EQ(image.pixelColor(10, 50).alpha(), expected.empty() ? 0 : 255);
+        for (std::size_t at = 0; at < expected.size(); ++at)
+            EXPECT_NEAR(image.pixelColor(10, int(at) * 50).red(), expected[at], 4);
+        box.set_style(
+            NodeStyle{.fill = {"no colour"}, .border_fill = {"none"}, .border_thickness = 1});
+        EXPECT_EQ(color_at(box, 0, 0), nothing);
+    }
+}
+
+TEST(Painting, AWrappingLabelFitsOnOneLineAtItsOwnHint) {
+    for (const char* text : {"Title", "A longer line, with commas; and more", "WWWWiiii",
+                             "Projektgrößenübersicht", "a", "AVAVAV To. Ty"})
+        for (int px = 9; px < 35; ++px) {
+            RenderNode node;
+            node.text = text;
+            node.style = NodeStyle{.text_color = "no colour", .font_size = double(px)};
+            const std::unique_ptr<WrapLabel> label(make_label(node, 28));
+            label->setWordWrap(true);
+            label->set_opacity(0.5);
+            const QSize hint = label->sizeHint();
+            EXPECT_EQ(label->heightForWidth(hint.width()), hint.height()) << text << " at " << px;
+        }
 }
