@@ -19,6 +19,8 @@ TEST(Events, UnknownOnesAndEmptyHandlersDoNothing) {
     EXPECT_EQ(app.input_value("p"), "a:b");
     EXPECT_EQ(app.input_value("q"), "");
     EXPECT_FALSE(app.has_input_value("q")); // not made by reading
+    app.set_input_value("q", "");
+    EXPECT_TRUE(app.has_input_value("q"));
 }
 
 TEST(Events, ScanResultsAndStatusLines) {

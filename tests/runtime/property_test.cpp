@@ -123,7 +123,7 @@ Operation random_operation(Dice& dice, const std::string& path, int number) {
         [=](CorvelApp& app) { app.add_state(path, state); },
         [=](CorvelApp& app) { app.remove_state(path, state); },
         [=](CorvelApp& app) { app.toggle_state(path, state); },
-        [=](CorvelApp& app) { app.set_checked(path, true); },
+        [=](CorvelApp& app) { app.set_checked(path, value == "1"); },
         [=](CorvelApp& app) { app.set_viewport_width(size); },
         [=](CorvelApp& app) { app.set_viewport_height(size); },
         [=](CorvelApp& app) {
