@@ -187,7 +187,7 @@ protected:
         else if (verb == "chosen")
             EXPECT_EQ(ui_.node(node).selected, value);
         else if (verb == "source")
-            EXPECT_EQ(ui_.node(node).style->effective_source, value);
+            EXPECT_EQ(source_of(ui_.node(node)), value);
         else if (verb == "height")
             EXPECT_EQ(ui_.node(node).style->height, std::stod(value));
         else if (verb == "is")
@@ -232,6 +232,11 @@ protected:
             EXPECT_EQ(std::exchange(generated_, ""), rest);
         else
             ADD_FAILURE() << "no such verb: " << verb;
+    }
+
+    static std::string source_of(const Corvel::RenderNode& node) {
+        return node.kind == Corvel::NodeKind::Icon ? node.style->source
+                                                   : node.style->effective_source;
     }
 
     static std::string joined(const std::vector<std::string>& words) {
