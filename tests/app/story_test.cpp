@@ -154,12 +154,14 @@ protected:
         } else if (verb == "confirm" || verb == "cancel") {
             ui_.click(verb == "confirm" ? "Confirm Dialog/Body/Actions/Confirm Button"
                                         : "Confirm Dialog/Body/Actions/Cancel Button");
-        } else if (verb == "builder") { // "FIRST" answers from the first process, else the last
-            const bool first = node.starts_with("FIRST ");
+        } else if (verb == "builder") { // "#2 ..." answers from the second process, else the last
+            const auto& all = ui_.platform.processes;
+            const auto [number, told] =
+                node.starts_with("#") ? split(node.substr(1), " ") : std::pair(std::string(), node);
             // A callback may start the next process, so copies are called.
             const FakePlatform::Process process =
-                first ? ui_.platform.processes.front() : ui_.platform.processes.back();
-            const auto [what, text] = split(first ? node.substr(6) : node, " ");
+                number.empty() ? all.back() : all.at(std::stoul(number) - 1);
+            const auto [what, text] = split(told, " ");
             if (what == "prints")
                 process.on_line(text);
             else
