@@ -1,9 +1,11 @@
 // Files that no person would write, each opened, edited in every kind of field and left.
 #include "app/panels/tab_preview.h"
 #include "app_driver.h"
+#include "site/json_file.h"
 #include "support/read_only.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace TestSupport {
 namespace {
@@ -68,18 +70,41 @@ TEST(BadInput, SiteFilesOpenWithoutHarm) {
     }
 }
 
-TEST(BadInput, ProjectFilesOpenWithoutHarm) {
-    for (const char* text :
-         {"", "null", "[]", "{", R"({"slug": 1, "name": null, "build": "x", "facts": [1, null],
-            "versions": {}, "requires": [[]], "downloads": "d", "repo": 3, "logo": []})"}) {
-        SCOPED_TRACE(text);
+TEST(BadInput, ProjectFilesAndManifestsOpenWithoutHarm) {
+    const std::string plain = R"({"slug": "p"})";
+    const std::string wrong_types =
+        R"({"slug": 1, "name": null, "build": "x", "facts": [1, null, {"preset": []}],
+            "versions": {}, "requires": [[]], "downloads": "d", "repo": 3, "logo": []})";
+    const std::string wrong_manifest =
+        R"({"build": {"readme": 5, "license": [], "topics": [1, null, {"source": {}, "label": 2}]}})";
+    const std::pair<std::string, std::string> files[] = {{"", ""},
+                                                         {"null", "null"},
+                                                         {"[]", "[]"},
+                                                         {"{", "{"},
+                                                         {plain, "\xff"},
+                                                         {plain, R"({"build": "x"})"},
+                                                         {wrong_types, plain},
+                                                         {plain, wrong_manifest},
+                                                         {plain, std::string(100'000, '[')}};
+    for (const auto& [project, manifest] : files) {
+        SCOPED_TRACE(project + " and " + manifest.substr(0, 100));
         AppDriver ui;
-        const auto file = ui.dir / ".lumenfold-project";
-        write_file(file, text);
-        ui.start({file});
-        EXPECT_TRUE(ui.shown("Panels/Project Panel"));
+        write_file(ui.dir / ".lumenfold-project", project);
+        write_file(ui.dir / ".lumenfold", manifest);
+        ui.start({ui.dir / ".lumenfold-project"});
+        for (const char* tab :
+             {"Source", "License", "Topics", "Dependencies", "Versions", "Downloads", "Build"})
+            ui.click(std::string("Sidebar/") + tab + " Tab");
+        ui.click("Sidebar/Readme Tab");
+        ui.type("Readme Path Field", "READ.md");
+        ui.advance(600);
         ui.click("Text View Tab");
-        EXPECT_EQ(ui.text("Text Panel/Text Editor"), text);
+        EXPECT_EQ(ui.text("Text Panel/Text Editor"), project);
+        EXPECT_EQ(ui.take_message() + ui.question(), "");
+        const std::string after = read_file(ui.dir / ".lumenfold");
+        EXPECT_TRUE(after == manifest || after.find("\"READ.md\"") != std::string::npos ||
+                    Lumenfold::parse_json(after) == Lumenfold::parse_json(manifest))
+            << after;
     }
 }
 
