@@ -3,6 +3,8 @@
 #include "runtime/corvel_app.h"
 #include "support/temp_dir.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -52,8 +54,8 @@ public:
         for (std::size_t i = 0; i < themes.size(); ++i)
             write_file(dir / ("themes/" + std::to_string(i) + ".json"), themes[i]);
         app.set_root("App");
-        loaded = app.load_assets((dir / "themes").string(), (dir / "styles").string(), "",
-                                 {(dir / "app").string()});
+        EXPECT_TRUE(app.load_assets((dir / "themes").string(), (dir / "styles").string(), "",
+                                    {(dir / "app").string()}));
     }
 
     Corvel::CorvelApp* operator->() { return &app; }
@@ -75,7 +77,6 @@ public:
 
     TempDir dir;
     Corvel::CorvelApp app;
-    bool loaded = false;
 };
 
 } // namespace TestSupport

@@ -33,6 +33,8 @@ std::string show(const RenderNode& node, const std::string& indent = "") {
     out << indent << node.name.get() << " (" << kinds[static_cast<int>(node.kind)] << ")";
     if (!node.text.get().empty())
         out << " '" << node.text.get() << "'";
+    for (const ComboItem& item : node.items)
+        out << (item.value == node.selected.get() ? " *" : " ") << item.value;
     for (const auto& [name, field] : texts)
         if (style.*field != defaults.*field)
             out << ' ' << name << '=' << style.*field;
@@ -77,6 +79,16 @@ const std::map<std::string, Command> commands = {
     {"show", [](auto& app, auto& path, auto&) { app->set_visible(path, true); }},
     {"state", [](auto& app, auto& path, auto& value) { app->add_state(path, value); }},
     {"no-state", [](auto& app, auto& path, auto& value) { app->remove_state(path, value); }},
+    {"options",
+     [](auto& app, auto& path, auto& value) {
+         std::vector<ComboItem> items;
+         std::istringstream words(value);
+         for (std::string word; words >> word;)
+             items.push_back({word, ""});
+         app->set_options(path, items);
+     }},
+    {"select", [](auto& app, auto& path, auto& value) { app->set_selected(path, value); }},
+    {"event", [](auto& app, auto& path, auto& value) { app->dispatch_event(path, value); }},
     {"global", [](auto& app, auto& state, auto&) { app->add_global_state(state); }},
     {"rows", [](auto& app, auto& key, auto& value) { app->set_rows(key, rows_from(value)); }},
     {"add-theme",
@@ -104,6 +116,7 @@ std::string run(const std::string& input) {
     app->on_any_row_click = [&](const auto& key, const auto& item, const auto& action) {
         output += "clicked " + key + "|" + item + "|" + action + "\n";
     };
+    app->on_select("App/C", [&](const std::string& value) { output += "chose " + value + "\n"; });
     std::istringstream lines(input.substr(script));
     for (std::string line; std::getline(lines, line);) {
         const std::string command = line.substr(2, line.find(' ', 2) - 2);

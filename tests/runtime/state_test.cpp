@@ -50,28 +50,6 @@ TEST(State, StatesMadeUpWithoutEndAreForgotten) {
     EXPECT_EQ(app.node("App").style->width, 7);
 }
 
-TEST(State, TheSelectionIsAlwaysOneOfTheOptions) {
-    CorvelApp app;
-    Log log;
-    app.on_select("c", [&](const std::string& value) { log.push_back(value); });
-    app.set_options("c", {});
-    EXPECT_EQ(app.selected("c"), "");
-    app.set_options("c", {{"a", "A"}, {"b", "B"}});
-    EXPECT_EQ(app.selected("c"), "a");
-    app.set_selected("c", "b");
-    app.set_selected("c", "none");
-    app.set_selected("other", "b");
-    EXPECT_EQ(app.selected("c"), "b");
-    EXPECT_EQ(app.selected("other"), "");
-    app.set_options("c", {{"x", ""}, {"b", ""}});
-    EXPECT_EQ(app.selected("c"), "b");
-    app.set_options("c", {{"x", ""}, {"y", ""}});
-    EXPECT_EQ(app.selected("c"), "x");
-    for (const char* event : {"select:none", "select:x", "select:y", "select:y", "select:"})
-        app.dispatch_event("c", event);
-    EXPECT_EQ(log, Log({"y"}));
-}
-
 TEST(State, EditorTextsFollowThePatchesInOrderAndOnce) {
     TestApp app("App:\n E << Corvel/Editor\n");
     app->queue_editor_text("App/E", "early");

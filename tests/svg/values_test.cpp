@@ -1,6 +1,7 @@
 #include "support/case_file.h"
 #include "svg/affine.h"
 #include "svg/easing.h"
+#include "svg/svg_document.h"
 #include "svg/svg_path.h"
 #include "svg/svg_values.h"
 
@@ -100,6 +101,14 @@ std::string value_of(const std::string& line) {
     if (function == "easing") {
         const Easing easing = parse_easing(text);
         return easing.valid ? joined({easing.x1, easing.y1, easing.x2, easing.y2}) : "none";
+    }
+    if (function == "attributes") {
+        const SvgDocument document(text);
+        std::string found;
+        for (const SvgAttribute& attribute : document.elements.at(0).attributes)
+            found += (found.empty() ? "" : " ") + std::string(attribute.name) + "=" +
+                     std::string(attribute.value);
+        return found;
     }
     std::string points;
     for (const Point& point : parse_path(text))
