@@ -120,7 +120,7 @@ TEST_F(RealBuilds, ALongLogLeavesTheInterfaceAnswering) {
 }
 
 TEST_F(RealBuilds, GoOnWhileAnotherConfigurationIsUp) {
-    play(R"({"site build": ["I\tfirst", {"wait": 400}, "I\tlast"],
+    play(R"({"site build": ["I\tfirst", {"wait": 1500}, "I\tlast"],
              "versions": ["R\t1.2\t1.2.3\t\tpending\t1", "R\t1.1\t1.1.0\t\tnew\t1"],
              "build": ["I\tbuilt"]})");
     ui.start({site});
@@ -128,10 +128,10 @@ TEST_F(RealBuilds, GoOnWhileAnotherConfigurationIsUp) {
     ui.click(SITE_BUILD);
     ui.open(project); // its versions are listed meanwhile
     ui.click("Sidebar/Versions Tab");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ui.widget("version-1") != nullptr; }, 5000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ui.widget("version-1") != nullptr; }, 20'000));
     ui.click("Sidebar/Build Tab");
     EXPECT_FALSE(enabled("Build Panel/Build Button")) << "one build at a time";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return enabled("Build Panel/Build Button"); }, 5000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return enabled("Build Panel/Build Button"); }, 20'000));
     EXPECT_EQ(ui.editor_text("Output Editor"), "");
     ui.click("Build Panel/Build Button");
     EXPECT_TRUE(log_ends_with("built" + DONE));

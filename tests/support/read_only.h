@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace TestSupport {
@@ -18,6 +19,7 @@ public:
     ~ReadOnly() {
         if (dropped_ && ::seteuid(0) != 0)
             std::abort();
+        ::prctl(PR_SET_DUMPABLE, 1); // which a change of user takes away, and leak checkers need
         set_permissions(std::filesystem::perms(0755), std::filesystem::perms(0644));
     }
     ReadOnly(const ReadOnly&) = delete;
