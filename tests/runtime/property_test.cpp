@@ -216,7 +216,7 @@ void play(unsigned seed) {
 }
 
 TEST(RenderProperty, EqualsAFreshApplicationAfterAnyOperations) {
-    for (unsigned seed = 0; seed < 80 && !HasFatalFailure(); ++seed)
+    for (unsigned seed = 0; seed < 50 && !HasFatalFailure(); ++seed)
         play(seed);
 }
 

@@ -23,10 +23,22 @@ std::string show(const RenderNode& node, const std::string& indent = "") {
         {"color", &NodeStyle::text_color},
         {"second", &NodeStyle::secondary_text_color}};
     static const std::pair<const char*, double NodeStyle::*> numbers[] = {
-        {"width", &NodeStyle::width},      {"height", &NodeStyle::height},
-        {"max", &NodeStyle::max_width},    {"aspect", &NodeStyle::aspect_ratio},
-        {"left", &NodeStyle::margin_left}, {"grow", &NodeStyle::layout_grow},
-        {"opacity", &NodeStyle::opacity},  {"border", &NodeStyle::border_thickness}};
+        {"width", &NodeStyle::width},
+        {"height", &NodeStyle::height},
+        {"max", &NodeStyle::max_width},
+        {"aspect", &NodeStyle::aspect_ratio},
+        {"left", &NodeStyle::margin_left},
+        {"grow", &NodeStyle::layout_grow},
+        {"opacity", &NodeStyle::opacity},
+        {"border", &NodeStyle::border_thickness},
+        {"shrink", &NodeStyle::layout_shrink},
+        {"font", &NodeStyle::font_size},
+        {"spacing", &NodeStyle::layout_spacing},
+        {"radius", &NodeStyle::radius_bottom_right}};
+    static const std::pair<const char*, bool NodeStyle::*> flags[] = {
+        {"visible", &NodeStyle::visible},
+        {"wrap", &NodeStyle::wrap},
+        {"collapsed", &NodeStyle::collapsed}};
     const NodeStyle& style = node.style;
     const NodeStyle defaults;
     std::ostringstream out;
@@ -41,11 +53,14 @@ std::string show(const RenderNode& node, const std::string& indent = "") {
     for (const auto& [name, field] : numbers)
         if (style.*field != defaults.*field)
             out << ' ' << name << '=' << style.*field;
-    if (!style.fill.text.empty())
-        out << " fill=" << style.fill.text;
-    if (!style.border_fill.text.empty())
-        out << " border-fill=" << style.border_fill.text;
-    out << (style.visible ? "\n" : " invisible\n");
+    for (const auto& [name, field] : flags)
+        if (style.*field != defaults.*field)
+            out << (style.*field ? " " : " not-") << name;
+    for (const auto& [name, fill] :
+         {std::pair(" fill=", style.fill), {" border-fill=", style.border_fill}})
+        if (!fill.text.empty())
+            out << name << fill.text << (fill.gradient ? " (gradient)" : "");
+    out << '\n';
     for (const RenderNode& child : node.children)
         out << show(child, indent + "  ");
     return out.str();
@@ -98,6 +113,12 @@ const std::map<std::string, Command> commands = {
              name);
      }},
     {"theme", [](auto& app, auto& name, auto&) { EXPECT_TRUE(app->set_theme(name)); }},
+    {"mobile-scales",
+     [](auto& app, auto&, auto&) {
+         app->mobile_icon_scale = 3;
+         app->mobile_font_scale = 4;
+         app->mobile_size_scale = 2;
+     }},
     {"viewport-width",
      [](auto& app, auto& width, auto&) { app->set_viewport_width(std::stod(width)); }},
     {"viewport-height",
