@@ -67,8 +67,6 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
     area->setFrameShape(QFrame::NoFrame);
     // A press on a button in the area must not take the focus from the field being edited.
     area->setFocusPolicy(Qt::NoFocus);
-    area->setStyleSheet(QStringLiteral(
-        "QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; }"));
     area->viewport()->setAutoFillBackground(false);
     area->setVerticalScrollBarPolicy(policy_of(upright));
     area->setHorizontalScrollBarPolicy(policy_of(sideways));

@@ -92,6 +92,8 @@ void EditorWidget::style_lines(const QString& placeholder) {
                              color_rule(QString::fromStdString(style->text_color)) +
                              QLatin1String(" }"));
     text_edit->setFont(control_font());
+    // The hint is written in the viewport's font, which does not follow under a style sheet.
+    text_edit->viewport()->setFont(control_font());
     text_edit->setPlaceholderText(placeholder);
     text_edit->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
     set_placeholder_color(text_edit, text_color());

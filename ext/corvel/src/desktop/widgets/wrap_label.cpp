@@ -1,8 +1,8 @@
 #include "desktop/widgets/wrap_label.h"
 
 #include "desktop/widgets/sizing.h"
-#include "desktop/widgets/style_sheet.h"
 
+#include <QApplication>
 #include <QColor>
 #include <QFont>
 #include <QFontMetrics>
@@ -25,10 +25,23 @@ QSize WrapLabel::sizeHint() const {
     if (!wordWrap())
         return QLabel::sizeHint();
     ensurePolished();
+    if (measured_text_ != text() || measured_font_ != font()) {
+        measured_text_ = text();
+        measured_font_ = font();
+        line_size_ = fontMetrics().size(Qt::TextSingleLine, measured_text_);
+    }
     const QMargins contents = contentsMargins();
-    return fontMetrics().size(Qt::TextSingleLine, text()) +
-           QSize(2 * margin() + contents.left() + contents.right(),
-                 2 * margin() + contents.top() + contents.bottom());
+    return line_size_ + QSize(2 * margin() + contents.left() + contents.right(),
+                              2 * margin() + contents.top() + contents.bottom());
+}
+
+int WrapLabel::heightForWidth(int width) const {
+    if (wordWrap() && !text().contains(QLatin1Char('\n'))) {
+        const QSize line = sizeHint();
+        if (width >= line.width())
+            return line.height();
+    }
+    return QLabel::heightForWidth(width);
 }
 
 void WrapLabel::set_color(const std::string& value) {
@@ -44,16 +57,18 @@ void WrapLabel::set_opacity(double value) {
 }
 
 void WrapLabel::restyle() {
-    QString sheet = QStringLiteral("background: transparent;");
     QColor shown = color.isEmpty() ? QColor() : QColor::fromString(color);
     if (opacity < 1 && !shown.isValid())
-        shown = palette().color(QPalette::WindowText);
-    if (shown.isValid()) {
-        if (opacity < 1)
-            shown.setAlphaF(float(shown.alphaF() * std::max(opacity, 0.0)));
-        sheet += color_rule(shown.name(QColor::HexArgb));
+        shown = QApplication::palette(this).color(QPalette::WindowText);
+    if (!shown.isValid()) {
+        setPalette({});
+        return;
     }
-    set_sheet(this, sheet);
+    if (opacity < 1)
+        shown.setAlphaF(float(shown.alphaF() * std::max(opacity, 0.0)));
+    QPalette colors;
+    colors.setColor(QPalette::WindowText, shown);
+    setPalette(colors);
 }
 
 WrapLabel* make_label(const RenderNode& node, int default_px) {

@@ -2,12 +2,12 @@
 
 #include "runtime/render_node.h"
 
+#include <QFont>
 #include <QLabel>
+#include <QSize>
 #include <QString>
 
 #include <string>
-
-class QFont;
 
 namespace Corvel {
 
@@ -19,15 +19,22 @@ public:
     ~WrapLabel() override;
 
     QSize sizeHint() const override;
+    /// Layouts ask it time and again, and most texts fit on one line, which is measured once.
+    int heightForWidth(int width) const override;
 
     /// Sets the text colour (empty: the palette's) and shows it.
     void set_color(const std::string& value);
     void set_opacity(double value);
-    /// Brings the style sheet up to `color` and `opacity`.
+    /// Brings the palette up to `color` and `opacity`.
     void restyle();
 
     QString color;
     double opacity = 1.0;
+
+private:
+    mutable QSize line_size_; ///< of `measured_text_` on one line in `measured_font_`
+    mutable QString measured_text_;
+    mutable QFont measured_font_;
 };
 
 /// A label with the node's text, colour and font; `default_px` is the font's pixel size where the
