@@ -102,7 +102,11 @@ const std::map<std::string, Command> commands = {
              items.push_back({word, ""});
          app->set_options(path, items);
      }},
-    {"select", [](auto& app, auto& path, auto& value) { app->set_selected(path, value); }},
+    {"select",
+     [](auto& app, auto& path, auto& value) {
+         app->set_selected(path, value);
+         EXPECT_EQ(app->selected(path), app.node(path).selected.get());
+     }},
     {"event", [](auto& app, auto& path, auto& value) { app->dispatch_event(path, value); }},
     {"global", [](auto& app, auto& state, auto&) { app->add_global_state(state); }},
     {"rows", [](auto& app, auto& key, auto& value) { app->set_rows(key, rows_from(value)); }},
@@ -123,11 +127,7 @@ const std::map<std::string, Command> commands = {
      [](auto& app, auto& width, auto&) { app->set_viewport_width(std::stod(width)); }},
     {"viewport-height",
      [](auto& app, auto& height, auto&) { app->set_viewport_height(std::stod(height)); }},
-    {"click",
-     [](auto& app, auto& path, auto&) {
-         app->render_patches();
-         app->dispatch_event(path, "click");
-     }},
+    {"click", [](auto& app, auto& path, auto&) { app->dispatch_event(path, "click"); }},
 };
 
 std::string run(const std::string& input) {
@@ -146,9 +146,10 @@ std::string run(const std::string& input) {
         const std::string path = rest.substr(0, equals);
         const std::string value = rest.substr(std::min(equals + 3, rest.size()));
         if (command == "tree")
-            output += app.shows(path) ? show(app.node(path)) : "no " + path + "\n";
+            output += show(app.node(path));
         else
             commands.at(command)(app, path, value);
+        app->render_patches(); // so that each command meets what earlier renders remember
     }
     return output;
 }
