@@ -10,7 +10,7 @@
 namespace Layers {
 namespace {
 
-constexpr int many = 300'000;
+constexpr int many = 100'000;
 
 std::string repeated(const std::string& text, int count) {
     std::string all;

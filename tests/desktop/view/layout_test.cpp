@@ -1,6 +1,9 @@
 #include "view_fixture.h"
 
+#include <QApplication>
 #include <QPointer>
+#include <QScrollBar>
+#include <QWheelEvent>
 
 #include <limits>
 
@@ -136,6 +139,35 @@ TEST_F(ViewLayout, AFoldThatIsTurnedBackStartsFromNothing) {
     QTest::qWait(200);
     EXPECT_TRUE(widget.isNull());
     EXPECT_EQ(view.widget_at("App/Row")->maximumHeight(), QWIDGETSIZE_MAX);
+}
+
+TEST_F(ViewLayout, AStripShowsItsActiveChildAndFollowsTheWheel) {
+    std::vector<RenderNode> tabs;
+    for (int i = 0; i < 9; ++i)
+        tabs.push_back(box("Tab " + std::to_string(i), {.width = 100, .height = 20}));
+    const RenderNode strip =
+        box("Strip", {.layout_direction = "Row", .layout_scroll = "Horizontal"}, std::move(tabs));
+    show(box("App", {}, {strip}));
+    const QScrollBar* bar = record("App/Strip").scroll_area->horizontalScrollBar();
+    const auto activate = [&](const char* from, const char* to) {
+        app.remove_state(from, "Active");
+        app.add_state(to, "Active");
+        apply({update("App/Strip", box("Tab 0", {.width = 100, .height = 20}))});
+        settle();
+    };
+    activate("App/Strip/Tab 0", "App/Strip/Tab 8");
+    EXPECT_EQ(bar->value(), bar->maximum());
+
+    QWidget* viewport = record("App/Strip").scroll_area->viewport();
+    QWheelEvent turn(QPointF(5, 5), viewport->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120),
+                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(viewport, &turn);
+    EXPECT_EQ(bar->value(), bar->maximum() - 120);
+    // A patch that leaves the active child as it is moves nothing.
+    activate("App/Strip/Tab 8", "App/Strip/Tab 8");
+    EXPECT_EQ(bar->value(), bar->maximum() - 120);
+    activate("App/Strip/Tab 8", "App/Strip/Tab 0");
+    EXPECT_EQ(bar->value(), 0);
 }
 
 TEST_F(ViewLayout, ScrollingComesAndGoesWithoutLosingAChild) {

@@ -103,7 +103,7 @@ private:
                 s.layout_justify = one_of({"", "Start", "End"});
             },
             [&] {
-                s.layout_scroll = one_of({"", "", "Vertical", "Both"});
+                s.layout_scroll = one_of({"", "", "Vertical", "Horizontal", "Both"});
             },
             [&] { s.layout_grow = number(0, 2); },
             [&] { s.max_width = size(); },
@@ -245,7 +245,7 @@ TEST_F(ViewSoak, RandomPatchesLeaveTheWidgetsAsTheTreeSays) {
     apply({removal("App")});
     EXPECT_TRUE(state.nodes.empty() && state.floating.empty() && state.by_outer.empty() &&
                 state.modals.empty() && state.editors.empty() && state.videos.empty() &&
-                state.scroll_values.empty() && state.themed_bars.empty());
+                state.scroll_values.empty() && state.themed_bars.empty() && state.strips.empty());
     EXPECT_LE(QApplication::allWidgets().size(), 2)
         << "the window, and one that Qt keeps to itself";
 }
