@@ -4,7 +4,7 @@
 packages_build="g++ cmake ninja-build ccache
     qt6-base-dev qt6-svg-dev qt6-multimedia-dev libqrcodegencpp-dev nlohmann-json3-dev"
 packages_run="gstreamer1.0-plugins-base gstreamer1.0-plugins-good qt6-image-formats-plugins
-    fonts-dejavu-core ca-certificates"
+    fonts-dejavu-core fonts-dejavu-extra ca-certificates"
 packages_test="libgtest-dev zbar-tools imagemagick locales"
 packages_check="clang-format git"
 packages_bench="libbenchmark-dev"
