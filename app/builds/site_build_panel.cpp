@@ -1,9 +1,10 @@
+#include "app/builds/site_build_panel.h"
+
 #include "app/app_context.h"
 #include "app/builds/build_run.h"
 #include "app/builds/build_state.h"
 #include "app/builds/versions_panel.h"
 #include "app/editing/edit_queue.h"
-#include "app/panels/build_panels.h"
 #include "runtime/corvel_app.h"
 
 namespace Lumenfold {

@@ -1,4 +1,4 @@
-#include "app/panels/project_panels.h"
+#include "app/projects/project_panels.h"
 
 #include "app/app_context.h"
 #include "app/builds/project_build_panel.h"

@@ -21,7 +21,7 @@ TEST(Nodes, OfAnyDepthAreLimited) {
     int depth = 0;
     for (const RenderNode* node = &tree; !node->children.empty(); node = &node->children[0])
         ++depth;
-    EXPECT_EQ(depth, max_render_depth);
+    EXPECT_EQ(depth, MAX_RENDER_DEPTH);
 }
 
 TEST(Nodes, TheRootCanChange) {

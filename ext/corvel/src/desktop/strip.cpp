@@ -14,7 +14,7 @@ namespace Corvel {
 namespace {
 
 /// Room shown beside a child that is scrolled to, in pixels.
-constexpr int margin = 8;
+constexpr int MARGIN = 8;
 
 const DNode* active_child(const ViewState& view, const QScrollArea& strip) {
     const QLayout* layout = strip.widget() ? strip.widget()->layout() : nullptr;
@@ -58,7 +58,7 @@ void reveal_active_children(ViewState& view) {
         // The child gets its place when the layout has run.
         QTimer::singleShot(0, strip, [strip = strip, outer = QPointer<QWidget>(child->outer)] {
             if (outer)
-                strip->ensureWidgetVisible(outer, margin, 0);
+                strip->ensureWidgetVisible(outer, MARGIN, 0);
         });
     }
 }

@@ -12,7 +12,7 @@ namespace {
 using Corvel::NodeStyle;
 using States = std::vector<std::string>;
 
-constexpr const char* mobile_state = "Mobile";
+constexpr const char* MOBILE_STATE = "Mobile";
 
 double number_or_zero(const LAttribute& attribute, const States& states) {
     const double* const number = attribute.number_value(states);
@@ -26,7 +26,7 @@ public:
         : layer_(layer)
         , active_(active) {
         std::copy_if(active.begin(), active.end(), std::back_inserter(reduced_),
-                     [](const std::string& state) { return state != mobile_state; });
+                     [](const std::string& state) { return state != MOBILE_STATE; });
     }
 
     void scale(double& field, std::string_view name, double factor) const {
@@ -51,7 +51,7 @@ struct ScaledField {
     double NodeStyle::*field;
 };
 
-constexpr std::array<ScaledField, 13> spacing_fields{{
+constexpr std::array<ScaledField, 13> SPACING_FIELDS{{
     {"Layout.Spacing", &NodeStyle::layout_spacing},
     {"Margins.Left", &NodeStyle::margin_left},
     {"Margins.Top", &NodeStyle::margin_top},
@@ -72,14 +72,14 @@ constexpr std::array<ScaledField, 13> spacing_fields{{
 void apply_mobile_scale(NodeStyle& style, const LLayer* layer, const States& active_states,
                         bool is_icon, double mobile_icon_scale, double mobile_font_scale,
                         double mobile_size_scale) {
-    if (std::find(active_states.begin(), active_states.end(), mobile_state) == active_states.end())
+    if (std::find(active_states.begin(), active_states.end(), MOBILE_STATE) == active_states.end())
         return;
     const MobileScaler scaler(layer, active_states);
     scaler.scale(style.font_size, "Font.Size", mobile_font_scale);
     const double size_factor = is_icon ? mobile_icon_scale : mobile_size_scale;
     scaler.scale(style.width, "Size.Width", size_factor);
     scaler.scale(style.height, "Size.Height", size_factor);
-    for (const ScaledField& scaled : spacing_fields)
+    for (const ScaledField& scaled : SPACING_FIELDS)
         scaler.scale(style.*scaled.field, scaled.name, mobile_size_scale);
     const LLayer* const border = layer != nullptr ? layer->find_layer("Border") : nullptr;
     const MobileScaler border_scaler(border != nullptr ? border : layer, active_states);

@@ -13,12 +13,12 @@ namespace {
 
 // Layers that hold each other's copies double with every step. Far beyond what any interface has,
 // copying stops.
-constexpr std::size_t copies_per_load = 500'000;
+constexpr std::size_t COPIES_PER_LOAD = 500'000;
 
 bool may_copy_layer() {
-    if (tree_revisions.copies == copies_per_load)
+    if (tree_revisions.copies == COPIES_PER_LOAD)
         log_line("engine: Left out inherited layers; there are too many.");
-    return tree_revisions.copies++ < copies_per_load;
+    return tree_revisions.copies++ < COPIES_PER_LOAD;
 }
 
 void copy_link(LAttribute& to, const LAttribute& from) {

@@ -12,8 +12,8 @@
 namespace Layers {
 namespace {
 
-constexpr std::size_t repetitions_per_file = 300'000;
-constexpr std::size_t bytes_per_name = 1'000'000; // of all texts that an expansion stands for
+constexpr std::size_t REPETITIONS_PER_FILE = 300'000;
+constexpr std::size_t BYTES_PER_NAME = 1'000'000; // of all texts that an expansion stands for
 
 enum class ItemKind { StateSet, Attribute, Layer, GroupSet };
 
@@ -106,7 +106,7 @@ LayerBuilder::~LayerBuilder() = default;
 
 void LayerBuilder::pour(const FileNode& file) {
     ++tree_revisions.pour;
-    repetitions_left_ = repetitions_per_file;
+    repetitions_left_ = REPETITIONS_PER_FILE;
     open_body(file, *target_, false);
     while (!open_bodies_.empty()) {
         Body& body = open_bodies_.back();
@@ -264,7 +264,7 @@ void LayerBuilder::for_each_text(const NameNode& name, Visit visit) {
         return visit(plain_text(name, name_buffer_));
     if (repetitions_left_ == 0)
         return;
-    const std::vector<std::string> texts = unfold(name, bytes_per_name);
+    const std::vector<std::string> texts = unfold(name, BYTES_PER_NAME);
     if (texts.empty() && stands_for_something(name))
         repetitions_left_ = 0;
     for (const std::string& text : texts)

@@ -6,8 +6,8 @@
 namespace Layers {
 namespace {
 
-constexpr std::size_t tokens_at_once = 512;
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+constexpr std::size_t TOKENS_AT_ONCE = 512;
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 constexpr bool is_digit(char c) {
     return c >= '0' && c <= '9';
@@ -30,18 +30,18 @@ constexpr std::array<bool, 256> make_name_bytes() {
     return table;
 }
 
-constexpr std::array<bool, 256> name_bytes = make_name_bytes();
+constexpr std::array<bool, 256> NAME_BYTES = make_name_bytes();
 
 constexpr bool continues_name(char c) {
-    return name_bytes[static_cast<unsigned char>(c)];
+    return NAME_BYTES[static_cast<unsigned char>(c)];
 }
 
 } // namespace
 
 Lexer::Lexer(std::string_view text)
     : text_(text) {
-    if (text_.starts_with(byte_order_mark))
-        text_.remove_prefix(byte_order_mark.size());
+    if (text_.starts_with(BYTE_ORDER_MARK))
+        text_.remove_prefix(BYTE_ORDER_MARK.size());
 }
 
 std::vector<Token> Lexer::tokenize() {
@@ -56,7 +56,7 @@ bool Lexer::scan_some(std::vector<Token>& tokens) {
     if (finished_)
         return false;
     tokens_ = &tokens;
-    const std::size_t enough = tokens.size() + tokens_at_once;
+    const std::size_t enough = tokens.size() + TOKENS_AT_ONCE;
     while (position_ < text_.size() && tokens.size() < enough) {
         if (at_line_start_) {
             begin_line();

@@ -3,16 +3,16 @@
 namespace Layers {
 namespace {
 
-constexpr std::size_t scanned_at_most = 16;
+constexpr std::size_t SCANNED_AT_MOST = 16;
 } // namespace
 
 void NameIndex::add(std::uint32_t key) {
     const auto position = static_cast<std::uint32_t>(keys_.size());
     keys_.push_back(key);
-    if (keys_.size() <= scanned_at_most)
+    if (keys_.size() <= SCANNED_AT_MOST)
         return;
     if (keys_.size() * 2 > slots_.size())
-        rehash(slots_.empty() ? scanned_at_most * 8 : slots_.size() * 4);
+        rehash(slots_.empty() ? SCANNED_AT_MOST * 8 : slots_.size() * 4);
     else
         insert(position);
 }

@@ -6,12 +6,12 @@ namespace Layers {
 namespace {
 
 // A layer and an attribute may bear one name: their keys differ.
-constexpr std::uint32_t layer_key_salt = 0x5BD1E995;
+constexpr std::uint32_t LAYER_KEY_SALT = 0x5BD1E995;
 
-constexpr std::size_t compacted_from = 16;
+constexpr std::size_t COMPACTED_FROM = 16;
 
 std::uint32_t child_key(std::uint32_t name_hash, bool is_layer) {
-    return is_layer ? name_hash ^ layer_key_salt : name_hash;
+    return is_layer ? name_hash ^ LAYER_KEY_SALT : name_hash;
 }
 
 std::uint32_t child_key(const LObject& child) {
@@ -78,7 +78,7 @@ void leave_target(AttributeLink& link) {
     ++dependents.version;
     ++dependents.departed;
     link.target = nullptr;
-    if (dependents.departed >= compacted_from && dependents.departed * 2 > dependents.list.size())
+    if (dependents.departed >= COMPACTED_FROM && dependents.departed * 2 > dependents.list.size())
         compact(dependents);
 }
 

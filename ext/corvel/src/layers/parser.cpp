@@ -6,7 +6,7 @@
 namespace Layers {
 namespace {
 
-constexpr std::size_t storage_chunk = 64 * 1024;
+constexpr std::size_t STORAGE_CHUNK = 64 * 1024;
 
 bool is_none(const ValueNode& value) {
     const auto* literal = std::get_if<LiteralValue>(&value);
@@ -36,7 +36,7 @@ std::string describe_token(const Token& token) {
 
 Parser::Parser(TokenStream tokens)
     : tokens_(std::move(tokens))
-    , storage_(std::make_unique<std::pmr::monotonic_buffer_resource>(storage_chunk)) {}
+    , storage_(std::make_unique<std::pmr::monotonic_buffer_resource>(STORAGE_CHUNK)) {}
 
 // file: statement* EndOfFile
 FileNode Parser::parse_file() {

@@ -64,22 +64,22 @@ private:
 };
 
 #ifdef LAYERS_PLAIN_ALLOCATION
-constexpr bool uses_pools = false;
+constexpr bool USES_POOLS = false;
 #else
-constexpr bool uses_pools = true;
+constexpr bool USES_POOLS = true;
 #endif
 
 /// Base of classes whose objects live in a pool. Sanitizers see every object on its own instead.
 template <class Object>
 struct Pooled {
     static void* operator new(std::size_t size) {
-        if constexpr (uses_pools)
+        if constexpr (USES_POOLS)
             return Pool<sizeof(Object), alignof(Object)>::take();
         else
             return ::operator new(size);
     }
     static void operator delete(void* memory) {
-        if constexpr (uses_pools)
+        if constexpr (USES_POOLS)
             Pool<sizeof(Object), alignof(Object)>::give_back(memory);
         else
             ::operator delete(memory);

@@ -8,7 +8,7 @@
 namespace Layers {
 namespace {
 
-constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;
+constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
 
 std::uint64_t load(const char* bytes, std::size_t count) {
     std::uint64_t word = 0;
@@ -19,9 +19,9 @@ std::uint64_t load(const char* bytes, std::size_t count) {
 } // namespace
 
 std::uint32_t hash_name(std::string_view name) {
-    std::uint64_t hash = name.size() * multiplier;
+    std::uint64_t hash = name.size() * MULTIPLIER;
     const auto mix = [&hash](std::uint64_t word) {
-        hash = (hash ^ word) * multiplier;
+        hash = (hash ^ word) * MULTIPLIER;
         hash ^= hash >> 29;
     };
     std::size_t i = 0;
@@ -29,7 +29,7 @@ std::uint32_t hash_name(std::string_view name) {
         mix(load(name.data() + i, 8));
     if (i < name.size())
         mix(load(name.data() + i, name.size() - i));
-    hash *= multiplier;
+    hash *= MULTIPLIER;
     return static_cast<std::uint32_t>(hash >> 32);
 }
 

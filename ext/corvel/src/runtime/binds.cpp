@@ -8,16 +8,16 @@
 namespace Corvel {
 namespace {
 
-constexpr std::string_view white_space = " \t\n\v\f\r";
+constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
 
-constexpr std::array<std::pair<std::string_view, BindKind>, 4> theme_pieces = {{
+constexpr std::array<std::pair<std::string_view, BindKind>, 4> THEME_PIECES = {{
     {"ActiveThemeName", BindKind::ActiveThemeName},
     {"ActiveThemePublisher", BindKind::ActiveThemePublisher},
     {"ThemeName", BindKind::ThemeName},
     {"ThemePublisher", BindKind::ThemePublisher},
 }};
 
-constexpr std::array<std::pair<std::string_view, BindKind>, 9> keyed_pieces = {{
+constexpr std::array<std::pair<std::string_view, BindKind>, 9> KEYED_PIECES = {{
     {"Field:", BindKind::Field},
     {"State:", BindKind::State},
     {"Href:", BindKind::Href},
@@ -30,18 +30,18 @@ constexpr std::array<std::pair<std::string_view, BindKind>, 9> keyed_pieces = {{
 }};
 
 std::string_view trimmed(std::string_view text) {
-    std::size_t first = text.find_first_not_of(white_space);
+    std::size_t first = text.find_first_not_of(WHITE_SPACE);
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(white_space) - first + 1);
+    return text.substr(first, text.find_last_not_of(WHITE_SPACE) - first + 1);
 }
 
 std::optional<BindPiece> parse_piece(std::string_view piece) {
-    for (const auto& [name, kind] : theme_pieces) {
+    for (const auto& [name, kind] : THEME_PIECES) {
         if (piece == name)
             return BindPiece{kind, {}, {}};
     }
-    for (const auto& [prefix, kind] : keyed_pieces) {
+    for (const auto& [prefix, kind] : KEYED_PIECES) {
         if (!piece.starts_with(prefix))
             continue;
         std::string_view rest = piece.substr(prefix.size());

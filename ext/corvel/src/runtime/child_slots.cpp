@@ -71,7 +71,7 @@ private:
 
 /// Brings the list of child slots up to the layers, rows or themes that there are now.
 void RenderBuilder::prepare_children(NodeSlot& slot, const Scope& scope) {
-    if (scope.depth >= max_render_depth)
+    if (scope.depth >= MAX_RENDER_DEPTH)
         return;
     if (slot.mode == ChildMode::Layers) {
         if (!slot.expanded)

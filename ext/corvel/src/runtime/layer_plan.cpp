@@ -12,7 +12,7 @@
 namespace Corvel {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, NodeKind>, 14> prototypes = {{
+constexpr std::array<std::pair<std::string_view, NodeKind>, 14> PROTOTYPES = {{
     {"Button", NodeKind::Button},
     {"Icon", NodeKind::Icon},
     {"Text", NodeKind::Text},
@@ -50,7 +50,7 @@ bool names_distinct(const std::vector<LayerPlan>& plans) {
 
 NodeKind node_kind_of(const Layers::LLayer* layer) {
     for (; layer; layer = layer->base()) {
-        for (const auto& [name, kind] : prototypes) {
+        for (const auto& [name, kind] : PROTOTYPES) {
             if (layer->name() == name)
                 return kind;
         }

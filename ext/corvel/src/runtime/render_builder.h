@@ -7,7 +7,7 @@ namespace Corvel {
 
 /// An interface nested deeper than this is cut off: each node's path repeats those above it, so
 /// that memory grows with the square of the depth, and views recurse.
-constexpr int max_render_depth = 1000;
+constexpr int MAX_RENDER_DEPTH = 1000;
 
 /// Builds the render tree from the style tree and the state maps. Every node's slot in the cache
 /// is looked at and brought up to date where its inputs have changed. What clicks mean is

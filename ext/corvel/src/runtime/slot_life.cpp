@@ -5,7 +5,7 @@ namespace {
 
 /// With so many different sets of states met, the cache starts anew: the application makes up
 /// names of states as it goes.
-constexpr std::size_t max_state_sets = 4096;
+constexpr std::size_t MAX_STATE_SETS = 4096;
 
 } // namespace
 
@@ -23,7 +23,7 @@ bool RenderBuilder::prepare_cache() {
     inputs.secondary_color = active_ ? &theme_value(*active_, "Secondary") : nullptr;
 
     const std::uint64_t revision = Layers::style_revision();
-    if (cache_.style_revision != revision || cache_.sets.size() > max_state_sets)
+    if (cache_.style_revision != revision || cache_.sets.size() > MAX_STATE_SETS)
         cache_.drop();
     cache_.style_revision = revision;
     if (!cache_.root) {

@@ -5,9 +5,9 @@
 namespace Corvel {
 namespace {
 
-constexpr double narrow_width = 600; ///< the widest window in the state "Narrow"
-constexpr double medium_width = 900; ///< the widest window in the state "Medium"
-constexpr double scroll_threshold = 30;
+constexpr double NARROW_WIDTH = 600; ///< the widest window in the state "Narrow"
+constexpr double MEDIUM_WIDTH = 900; ///< the widest window in the state "Medium"
+constexpr double SCROLL_THRESHOLD = 30;
 
 /// Adds or removes `state`; whether that changed anything.
 bool put_state(std::set<std::string>& states, const std::string& state, bool on) {
@@ -18,8 +18,8 @@ bool put_state(std::set<std::string>& states, const std::string& state, bool on)
 
 bool CorvelApp::set_viewport_width(double w) {
     std::set<std::string>& states = state_->global_states;
-    const bool narrow = w <= narrow_width;
-    const bool medium = !narrow && w <= medium_width;
+    const bool narrow = w <= NARROW_WIDTH;
+    const bool medium = !narrow && w <= MEDIUM_WIDTH;
     if (narrow == states.contains("Narrow") && medium == states.contains("Medium"))
         return false;
     put_state(states, "Narrow", narrow);
@@ -51,8 +51,8 @@ bool CorvelApp::accumulate_scroll(double delta) {
     if (!state_->global_states.contains("Narrow"))
         return false;
     state_->scroll_accumulator += delta;
-    const bool down = state_->scroll_accumulator > scroll_threshold;
-    const bool up = state_->scroll_accumulator < -scroll_threshold;
+    const bool down = state_->scroll_accumulator > SCROLL_THRESHOLD;
+    const bool up = state_->scroll_accumulator < -SCROLL_THRESHOLD;
     if (!down && !up)
         return false;
     state_->scroll_accumulator = 0;

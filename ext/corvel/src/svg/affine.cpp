@@ -10,12 +10,12 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::array<std::string_view, 4> function_names = {"matrix", "translate", "scale",
+constexpr std::array<std::string_view, 4> FUNCTION_NAMES = {"matrix", "translate", "scale",
                                                             "rotate"};
 
 /// The length of the function name that starts at `position`, or 0.
 std::size_t function_name_at(std::string_view text, std::size_t position) {
-    for (const std::string_view name : function_names)
+    for (const std::string_view name : FUNCTION_NAMES)
         if (text.substr(position, name.size()) == name)
             return name.size();
     return 0;

@@ -12,7 +12,7 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::size_t typical_value_size = 48;
+constexpr std::size_t TYPICAL_VALUE_SIZE = 48;
 
 /// The place of a property among those of its element, in the order in which they are written.
 using PropertyKey = std::pair<int, std::string_view>;
@@ -173,7 +173,7 @@ public:
         : frame_(frame)
         , ms_(ms)
         , written_(frame.tracks_.size()) {
-        out_.reserve(frame.literals_.size() + frame.holes_.size() * typical_value_size);
+        out_.reserve(frame.literals_.size() + frame.holes_.size() * TYPICAL_VALUE_SIZE);
     }
 
     std::string write() {

@@ -13,7 +13,7 @@ namespace {
 
 /// Blocks can lie in blocks, so a few megabytes can name many times as many keyframes. What lies
 /// beyond this number is left out.
-constexpr std::size_t max_keyframes = 1'000'000;
+constexpr std::size_t MAX_KEYFRAMES = 1'000'000;
 
 bool has_offset(const CssRule& rule) {
     return rule.prelude.find_first_not_of(", \t\r\n") != std::string_view::npos;
@@ -66,7 +66,7 @@ private:
 
 KeyframesTable::KeyframesTable(std::string_view css, const std::vector<CssKeyframes>& blocks)
     : rules_(scan_rules(css))
-    , keyframes_left_(max_keyframes) {
+    , keyframes_left_(MAX_KEYFRAMES) {
     std::erase_if(rules_, [](const CssRule& rule) { return !has_offset(rule); });
     const auto rule_from = [&](std::size_t position) {
         const auto found = std::ranges::lower_bound(rules_, position, {}, &CssRule::begin);

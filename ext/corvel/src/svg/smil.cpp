@@ -10,7 +10,7 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::array<std::string_view, 18> animatable_attributes = {"x",
+constexpr std::array<std::string_view, 18> ANIMATABLE_ATTRIBUTES = {"x",
                                                                     "y",
                                                                     "width",
                                                                     "height",
@@ -118,7 +118,7 @@ AnimationTrack read_track(const SvgElement& element, const SvgElement& target, T
 } // namespace
 
 bool is_animatable_attribute(std::string_view name) {
-    return std::ranges::find(animatable_attributes, name) != animatable_attributes.end();
+    return std::ranges::find(ANIMATABLE_ATTRIBUTES, name) != ANIMATABLE_ATTRIBUTES.end();
 }
 
 void parse_smil(SvgDocument& document, std::vector<AnimationTrack>& tracks) {

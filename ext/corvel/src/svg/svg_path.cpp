@@ -8,11 +8,11 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::string_view command_letters = "MmLlHhVvCcQqZz";
-constexpr int curve_steps = 16;
+constexpr std::string_view COMMAND_LETTERS = "MmLlHhVvCcQqZz";
+constexpr int CURVE_STEPS = 16;
 
 bool is_command(char c) {
-    return command_letters.find(c) != std::string_view::npos;
+    return COMMAND_LETTERS.find(c) != std::string_view::npos;
 }
 
 /// The end of an exponent such as "e-5" at `position`, or `position` if there is none.
@@ -129,8 +129,8 @@ private:
         if (!read_points(to))
             return;
         const Point from = current_;
-        for (int i = 1; i <= curve_steps; ++i) {
-            const double t = static_cast<double>(i) / curve_steps;
+        for (int i = 1; i <= CURVE_STEPS; ++i) {
+            const double t = static_cast<double>(i) / CURVE_STEPS;
             const double s = 1 - t;
             move_to(s * s * s * from + 3 * s * s * t * to[0] + 3 * s * t * t * to[1] +
                     t * t * t * to[2]);
@@ -142,8 +142,8 @@ private:
         if (!read_points(to))
             return;
         const Point from = current_;
-        for (int i = 1; i <= curve_steps; ++i) {
-            const double t = static_cast<double>(i) / curve_steps;
+        for (int i = 1; i <= CURVE_STEPS; ++i) {
+            const double t = static_cast<double>(i) / CURVE_STEPS;
             const double s = 1 - t;
             move_to(s * s * from + 2 * s * t * to[0] + t * t * to[1]);
         }

@@ -3,11 +3,11 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::size_t npos = std::string_view::npos;
-constexpr std::string_view comment_open = "<!--";
-constexpr std::string_view comment_close = "-->";
+constexpr std::size_t NPOS = std::string_view::npos;
+constexpr std::string_view COMMENT_OPEN = "<!--";
+constexpr std::string_view COMMENT_CLOSE = "-->";
 constexpr std::string_view cdata_open = "<![CDATA[";
-constexpr std::string_view cdata_close = "]]>";
+constexpr std::string_view CDATA_CLOSE = "]]>";
 
 bool is_space(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
@@ -42,7 +42,7 @@ private:
     /// Moves just past `closing`; false if it does not come.
     bool skip_past(std::string_view closing) {
         const std::size_t found = text_.find(closing, cursor_);
-        if (found == npos)
+        if (found == NPOS)
             return false;
         cursor_ = found + closing.size();
         return true;
@@ -50,7 +50,7 @@ private:
 
     bool scan_characters() {
         const std::size_t next = text_.find('<', cursor_);
-        if (next == npos)
+        if (next == NPOS)
             return false;
         add_text(cursor_, next);
         cursor_ = next;
@@ -58,8 +58,8 @@ private:
     }
 
     bool scan_markup() {
-        if (starts_with(comment_open))
-            return skip_past(comment_close);
+        if (starts_with(COMMENT_OPEN))
+            return skip_past(COMMENT_CLOSE);
         if (starts_with(cdata_open))
             return scan_cdata();
         if (starts_with("<?") || starts_with("<!"))
@@ -67,7 +67,7 @@ private:
         if (starts_with("</"))
             return scan_end_tag();
         const std::size_t close = text_.find('>', cursor_);
-        if (close == npos)
+        if (close == NPOS)
             return false;
         scan_start_tag(close);
         return true;
@@ -75,11 +75,11 @@ private:
 
     bool scan_cdata() {
         const std::size_t inner = cursor_ + cdata_open.size();
-        const std::size_t close = text_.find(cdata_close, inner);
-        add_text(inner, close == npos ? text_.size() : close);
-        if (close == npos)
+        const std::size_t close = text_.find(CDATA_CLOSE, inner);
+        add_text(inner, close == NPOS ? text_.size() : close);
+        if (close == NPOS)
             return false;
-        cursor_ = close + cdata_close.size();
+        cursor_ = close + CDATA_CLOSE.size();
         return true;
     }
 
@@ -147,10 +147,10 @@ private:
             return at;
         const std::size_t quote = text_.substr(0, close).find(text_[at], at + 1);
         attribute.value_start = at + 1;
-        attribute.value_end = quote == npos ? close : quote;
+        attribute.value_end = quote == NPOS ? close : quote;
         attribute.value =
             text_.substr(attribute.value_start, attribute.value_end - attribute.value_start);
-        return quote == npos ? close : quote + 1;
+        return quote == NPOS ? close : quote + 1;
     }
 
     SvgDocument& document_;

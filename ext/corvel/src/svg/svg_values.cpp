@@ -8,8 +8,8 @@
 namespace Corvel::Svg {
 namespace {
 
-constexpr std::string_view trimmed_bytes = " \t\r\n";
-constexpr std::string_view space_bytes = " \t\n\v\f\r"; // what C's isspace accepts
+constexpr std::string_view TRIMMED_BYTES = " \t\r\n";
+constexpr std::string_view SPACE_BYTES = " \t\n\v\f\r"; // what C's isspace accepts
 
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
@@ -57,10 +57,10 @@ double saturate(std::string_view numeral, bool hexadecimal) {
 } // namespace
 
 std::string_view trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(trimmed_bytes);
+    const std::size_t first = text.find_first_not_of(TRIMMED_BYTES);
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(trimmed_bytes) - first + 1);
+    return text.substr(first, text.find_last_not_of(TRIMMED_BYTES) - first + 1);
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
@@ -75,7 +75,7 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 }
 
 std::optional<double> scan_number(std::string_view text, std::size_t& position) {
-    position = std::min(text.find_first_not_of(space_bytes, position), text.size());
+    position = std::min(text.find_first_not_of(SPACE_BYTES, position), text.size());
     std::string_view rest = text.substr(position);
     const bool negative = rest.starts_with('-');
     if (negative || rest.starts_with('+'))

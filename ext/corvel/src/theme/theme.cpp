@@ -82,7 +82,7 @@ Theme read_theme(std::string name, const Json& json) {
 } // namespace
 
 std::optional<Theme> parse_theme_file(std::string_view text) {
-    if (json_nests_deeper_than(text, max_json_depth))
+    if (json_nests_deeper_than(text, MAX_JSON_DEPTH))
         return std::nullopt;
     try {
         const Json json = Json::parse(text);

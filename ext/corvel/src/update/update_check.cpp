@@ -85,7 +85,7 @@ void check_for_update(CorvelApp& app, const UpdateSettings& settings,
 
 bool parse_update_manifest(std::string_view text, const std::string& platform_key,
                            UpdateResult& result) {
-    const bool is_sound = !json_nests_deeper_than(text, max_json_depth);
+    const bool is_sound = !json_nests_deeper_than(text, MAX_JSON_DEPTH);
     const Json manifest = is_sound ? Json::parse(text, nullptr, false) : Json();
     if (!manifest.is_object()) {
         result.error = "manifest is not a JSON object";

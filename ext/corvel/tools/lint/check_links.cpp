@@ -7,7 +7,7 @@
 namespace CorvelLint {
 namespace {
 
-constexpr std::string_view theme_prefix = "Theme/";
+constexpr std::string_view THEME_PREFIX = "Theme/";
 
 bool is_theme_key(std::string_view key) {
     const auto& keys = Corvel::default_theme();
@@ -28,7 +28,7 @@ void check_links(const StyleTree& tree, Findings& findings) {
             findings.add(tree.place_of(attribute), "cyclic link" + on_attribute);
         else if (attribute.link_target() == nullptr)
             findings.add(tree.place_of(attribute), "link" + on_attribute + " leads nowhere");
-        else if (path.starts_with(theme_prefix) && !is_theme_key(path.substr(theme_prefix.size())))
+        else if (path.starts_with(THEME_PREFIX) && !is_theme_key(path.substr(THEME_PREFIX.size())))
             findings.add(tree.place_of(attribute),
                          "link" + on_attribute + " names nothing that a theme can set");
     });

@@ -13,7 +13,7 @@ int run(const std::vector<std::string>& arguments) {
         return 2;
     }
     if (options->help) {
-        std::cout << CorvelLint::help_text;
+        std::cout << CorvelLint::HELP_TEXT;
         return 0;
     }
     CorvelLint::Findings findings;

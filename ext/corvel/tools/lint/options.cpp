@@ -6,7 +6,7 @@
 
 namespace CorvelLint {
 
-const std::string_view help_text =
+const std::string_view HELP_TEXT =
     R"(corvel_lint - checks the styles, themes and icons of an application
 
 Usage: corvel_lint [OPTION DIR]...
@@ -27,7 +27,7 @@ namespace {
 
 using Folders = std::vector<std::filesystem::path> Options::*;
 
-constexpr std::array<std::pair<std::string_view, Folders>, 5> folder_options{{
+constexpr std::array<std::pair<std::string_view, Folders>, 5> FOLDER_OPTIONS{{
     {"--widgets", &Options::widgets},
     {"--mounts", &Options::mounts},
     {"--styles", &Options::styles},
@@ -47,9 +47,9 @@ std::optional<Options> parse_options(const std::vector<std::string>& arguments,
             continue;
         }
         const auto option =
-            std::find_if(folder_options.begin(), folder_options.end(),
+            std::find_if(FOLDER_OPTIONS.begin(), FOLDER_OPTIONS.end(),
                          [&](const auto& known) { return known.first == argument; });
-        if (option == folder_options.end())
+        if (option == FOLDER_OPTIONS.end())
             error = "unknown option " + argument;
         else if (++i == arguments.size())
             error = argument + " needs a folder";

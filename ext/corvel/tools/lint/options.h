@@ -21,6 +21,6 @@ struct Options {
 /// Reads the command line without the program's name. Nothing, with `error` set, if it is wrong.
 std::optional<Options> parse_options(const std::vector<std::string>& arguments, std::string& error);
 
-extern const std::string_view help_text;
+extern const std::string_view HELP_TEXT;
 
 } // namespace CorvelLint

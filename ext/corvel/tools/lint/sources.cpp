@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t most_bytes = 1'000'000; // of all texts that one name stands for
+constexpr std::size_t MOST_BYTES = 1'000'000; // of all texts that one name stands for
 
 std::string joined(const std::string& path, const std::string& name) {
     return path.empty() ? name : path + '/' + name;
@@ -86,7 +86,7 @@ void SourceVisitor::visit_body(const Layers::LayerNode& node, const std::string&
     }
     for (const Layers::LayerNode& layer : node.layers)
         for (const std::string& outer : unfold_path(layer.declaration, path))
-            for (const std::string& name : Layers::unfold(layer.declaration.name, most_bytes)) {
+            for (const std::string& name : Layers::unfold(layer.declaration.name, MOST_BYTES)) {
                 const std::string layer_path = joined(outer, name);
                 on_layer(layer_path, &layer, {source_->file, layer.declaration.name.line});
                 visit_body(layer, layer_path);
@@ -104,13 +104,13 @@ void SourceVisitor::visit_group_set(const Layers::GroupSetNode& node, const std:
 void SourceVisitor::visit_attribute(const Layers::DeclarationName& declaration,
                                     const Layers::AttributeNode& attribute,
                                     const std::string& path) {
-    std::vector<std::string> groups = Layers::unfold(declaration.group, most_bytes);
+    std::vector<std::string> groups = Layers::unfold(declaration.group, MOST_BYTES);
     if (declaration.group.empty())
         groups.assign(1, "");
     const Place place{source_->file, declaration.name.line};
     for (const std::string& layer_path : unfold_path(declaration, path))
         for (const std::string& group : groups)
-            for (const std::string& word : Layers::unfold(declaration.name, most_bytes)) {
+            for (const std::string& word : Layers::unfold(declaration.name, MOST_BYTES)) {
                 const std::string name = group.empty() ? word : group + '.' + word;
                 on_value(joined(layer_path, name), name, attribute.value, place);
                 for (const Layers::StateNode& state : attribute.states)
@@ -125,7 +125,7 @@ std::vector<std::string> SourceVisitor::unfold_path(const Layers::DeclarationNam
     for (const Layers::NameNode& entry : declaration.traversal) {
         std::vector<std::string> next;
         for (const std::string& outer : reached)
-            for (const std::string& name : Layers::unfold(entry, most_bytes)) {
+            for (const std::string& name : Layers::unfold(entry, MOST_BYTES)) {
                 next.push_back(joined(outer, name));
                 on_layer(next.back(), nullptr, {source_->file, entry.line});
             }

@@ -14,7 +14,7 @@ namespace Corvel {
 
 namespace {
 
-constexpr int stall_limit_ms = 30000;
+constexpr int STALL_LIMIT_MS = 30000;
 
 QNetworkReply* start(QNetworkAccessManager& manager, const QNetworkRequest& target,
                      const HttpRequest& request) {
@@ -31,7 +31,7 @@ QNetworkReply* start(QNetworkAccessManager& manager, const QNetworkRequest& targ
 void send_http(CorvelApp& app, QNetworkAccessManager& manager, const HttpRequest& request,
                std::function<void(const HttpResponse&)> done) {
     QNetworkRequest target(QUrl(QString::fromStdString(request.url)));
-    target.setTransferTimeout(stall_limit_ms);
+    target.setTransferTimeout(STALL_LIMIT_MS);
     if (!request.content_type.empty())
         target.setHeader(QNetworkRequest::ContentTypeHeader,
                          QString::fromStdString(request.content_type));

@@ -22,9 +22,9 @@ namespace Corvel {
 
 namespace {
 
-constexpr double default_font_size = 14.0;
-constexpr double smallest_label_size = 9.0;
-constexpr double prefix_opacity = 0.5;
+constexpr double DEFAULT_FONT_SIZE = 14.0;
+constexpr double SMALLEST_LABEL_SIZE = 9.0;
+constexpr double PREFIX_OPACITY = 0.5;
 
 QMargins insets_of(const NodeStyle& style) {
     const int border = whole_pixels(style.border_thickness);
@@ -47,8 +47,8 @@ void set_placeholder_color(QTextEdit* edit, QColor color) {
 void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
                         const std::string& placeholder, const std::string& text, bool first) {
     editor->set_style(style);
-    editor->font_size = style->font_size > 0 ? style->font_size : default_font_size;
-    editor->small_size = std::max(editor->font_size * 0.72, smallest_label_size);
+    editor->font_size = style->font_size > 0 ? style->font_size : DEFAULT_FONT_SIZE;
+    editor->small_size = std::max(editor->font_size * 0.72, SMALLEST_LABEL_SIZE);
     editor->insets = insets_of(style);
     editor->wanted_text = QString::fromStdString(text);
     editor->family = style->font_family;
@@ -127,7 +127,7 @@ void EditorWidget::style_prefix() {
     }
     if (!prefix_icon) {
         prefix_icon = new IconWidget(style->source, this);
-        prefix_icon->set_opacity(prefix_opacity);
+        prefix_icon->set_opacity(PREFIX_OPACITY);
     } else {
         prefix_icon->set_source(style->source);
     }

@@ -20,9 +20,9 @@ namespace Corvel {
 
 namespace {
 
-constexpr int label_motion_ms = 150;
+constexpr int LABEL_MOTION_MS = 150;
 /// Between the content's edge, or the prefix icon, and the text.
-constexpr int text_indent = 4;
+constexpr int TEXT_INDENT = 4;
 
 int line_height(QFont font, double pixels) {
     font.setPixelSize(whole_pixels(pixels + 0.5));
@@ -41,7 +41,7 @@ EditorWidget::EditorWidget(QWidget* parent)
     line_edit->installEventFilter(this);
     floating_label->setAttribute(Qt::WA_TransparentForMouseEvents);
     floating_label->setTextFormat(Qt::PlainText);
-    label_animation->setDuration(label_motion_ms);
+    label_animation->setDuration(LABEL_MOTION_MS);
     label_animation->setEasingCurve(QEasingCurve::InOutCubic);
     connect(label_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { place_label(value.toDouble()); });
@@ -141,15 +141,15 @@ void EditorWidget::lay_out() {
         return;
     }
     line_edit->setGeometry(content);
-    line_edit->setTextMargins(prefix_space + text_indent, line_height(control_font(), small_size),
+    line_edit->setTextMargins(prefix_space + TEXT_INDENT, line_height(control_font(), small_size),
                               0, 0);
     const int text_height = line_height(control_font(), font_size);
-    const int left = content.left() + prefix_space + text_indent;
+    const int left = content.left() + prefix_space + TEXT_INDENT;
     label_rest = {left, (height() - text_height) / 2};
     label_up = {left, std::max(insets.top() - 3, 0)};
-    floating_label->resize(std::max(0, content.width() - prefix_space - text_indent), text_height);
+    floating_label->resize(std::max(0, content.width() - prefix_space - TEXT_INDENT), text_height);
     if (prefix_icon && prefix_space >= 1)
-        prefix_icon->setGeometry(content.left() + text_indent, (height() - prefix_size) / 2,
+        prefix_icon->setGeometry(content.left() + TEXT_INDENT, (height() - prefix_size) / 2,
                                  prefix_size, prefix_size);
     place_label(label_progress);
 }

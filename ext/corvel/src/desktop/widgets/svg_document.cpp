@@ -9,7 +9,7 @@ namespace Corvel {
 
 namespace {
 
-constexpr int frame_interval_ms = 16;
+constexpr int FRAME_INTERVAL_MS = 16;
 
 } // namespace
 
@@ -29,7 +29,7 @@ void SvgDocument::open_document(const QString& text, QWidget* owner,
         if (!owner->visibleRegion().isEmpty())
             tick();
     });
-    frame_timer->start(frame_interval_ms);
+    frame_timer->start(FRAME_INTERVAL_MS);
 }
 
 void SvgDocument::close_document() {

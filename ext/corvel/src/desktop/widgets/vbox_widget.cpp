@@ -14,17 +14,17 @@ namespace Corvel {
 namespace {
 
 /// How near to an edge a press resizes the window, in pixels.
-constexpr int resize_reach = 8;
+constexpr int RESIZE_REACH = 8;
 
 Qt::Edges edges_at(const QWidget& box, QPoint at) {
     Qt::Edges edges;
-    if (at.x() <= resize_reach)
+    if (at.x() <= RESIZE_REACH)
         edges |= Qt::LeftEdge;
-    else if (at.x() >= box.width() - resize_reach)
+    else if (at.x() >= box.width() - RESIZE_REACH)
         edges |= Qt::RightEdge;
-    if (at.y() <= resize_reach)
+    if (at.y() <= RESIZE_REACH)
         edges |= Qt::TopEdge;
-    else if (at.y() >= box.height() - resize_reach)
+    else if (at.y() >= box.height() - RESIZE_REACH)
         edges |= Qt::BottomEdge;
     return edges;
 }
