@@ -81,5 +81,50 @@ TEST_F(ViewPatches, PatchesThatComeInMeanwhileAreAppliedAfterwards) {
     EXPECT_EQ(view.widget_at("App/Late"), nullptr);
 }
 
+TEST_F(ViewPatches, ALongListComesInPortionsAndIsWholeForTheNextPatch) {
+    constexpr int ROWS = 700;
+    const auto row = [](int i) {
+        return box("Row " + std::to_string(i), {}, {box("A"), box("B"), text("C", "c")});
+    };
+    std::vector<RenderNode> rows;
+    std::vector<std::string> names;
+    for (int i = 0; i < ROWS; ++i) {
+        rows.push_back(row(i));
+        names.push_back("Row " + std::to_string(i));
+    }
+    show(box("App", {}, {text("Words", "w")}));
+    const auto fill = [&] {
+        view.apply_patches({removal("App/List"), add("App", box("List", {}, rows), 1)});
+        EXPECT_NE(view.widget_at("App/List/Row 39/C"), nullptr);
+        EXPECT_EQ(view.widget_at("App/List/Row 699"), nullptr);
+    };
+    fill();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.widget_at("App/List/Row 699/C") != nullptr; }));
+    EXPECT_EQ(laid_out("App/List"), names);
+
+    // As a part of a new tree, and row by row; what comes next finds all that went before.
+    fill();
+    apply({removal("App/List/Row 500"), add("App/List", box("New"), 650)});
+    names.erase(names.begin() + 500);
+    names.insert(names.begin() + 650, "New");
+    EXPECT_EQ(laid_out("App/List"), names);
+
+    view.apply_patches({removal("App/List"), add("App", box("List"), 1)});
+    std::vector<RenderPatch> patches;
+    for (int i = 0; i < ROWS; ++i)
+        patches.push_back(add("App/List", row(i), i));
+    patches.push_back(update("App/List/Row 699", text("C", "new")));
+    view.apply_patches(patches);
+    EXPECT_EQ(view.widget_at("App/List/Row 699"), nullptr);
+    apply({update("App", text("Words", "other"))});
+    EXPECT_EQ(laid_out("App/List").size(), std::size_t{ROWS});
+    EXPECT_EQ(widget<WrapLabel>("App/List/Row 699/C")->text(), QStringLiteral("new"));
+
+    fill();
+    apply({removal("App")}); // nothing is made for a list that is gone
+    QTest::qWait(50);
+    EXPECT_TRUE(state.nodes.empty());
+}
+
 } // namespace
 } // namespace ViewTest

@@ -22,6 +22,13 @@ namespace Corvel {
 
 namespace {
 
+/// A batch that has made so many nodes, a matter of some 50 ms, leaves all but the first children
+/// of a long list to later batches.
+constexpr std::size_t NODES_AT_ONCE = 1000;
+constexpr std::size_t FIRST_CHILDREN = 40;
+/// Time in which the window is painted between two batches.
+constexpr int PAINT_PAUSE_MS = 16;
+
 /// The window of a view. It tells when it is shown, and when it is about to go, while its widgets
 /// are still whole.
 class ViewRoot final : public RootContainer {
@@ -87,8 +94,15 @@ void apply_patch(ViewState& view, const RenderPatch& patch) {
 }
 
 void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
-    for (const RenderPatch& patch : patches)
-        apply_patch(view, patch);
+    view.nodes_made = 0;
+    for (auto patch = patches.begin(); patch != patches.end(); ++patch) {
+        if (patch->kind == PatchKind::Add && view.put_off(static_cast<std::size_t>(patch->index))) {
+            // The rest may build on it.
+            view.later.insert(view.later.end(), patch, patches.end());
+            break;
+        }
+        apply_patch(view, *patch);
+    }
     resume_layouts(view);
     renew_tab_order(view);
     reveal_active_children(view);
@@ -98,8 +112,20 @@ void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
 void apply_all(ViewState& view, const std::vector<RenderPatch>& patches) {
     const ApplyScope scope(view);
     apply_batch(view, patches);
-    while (!view.queued.empty())
-        apply_batch(view, std::exchange(view.queued, {}));
+    while (!view.queued.empty()) {
+        std::vector<RenderPatch> batch = std::exchange(view.later, {});
+        batch.insert(batch.end(), view.queued.begin(), view.queued.end());
+        view.queued.clear();
+        apply_batch(view, batch);
+    }
+}
+
+void catch_up(ViewState& view) {
+    if (view.later.empty())
+        return;
+    view.catching_up = true;
+    apply_all(view, std::exchange(view.later, {}));
+    view.catching_up = false;
 }
 
 void follow_width(ViewState& view, int width) {
@@ -121,6 +147,7 @@ void detach(ViewState& view) {
     view.app->on_async_change = nullptr;
     view.root->on_width_changed = nullptr;
     view.root->on_maximized_changed = nullptr;
+    view.later.clear();
     forget_all_nodes(view);
     view.root = nullptr;
 }
@@ -169,11 +196,30 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
         return;
     }
     theme_scroll_bars(*this);
-    if (patches.empty())
+    if (patches.empty()) {
         position_overlays(*this);
-    else
+    } else {
+        catch_up(*this);
         apply_all(*this, patches);
+        schedule_later();
+    }
     schedule_video_check(*this);
+}
+
+bool ViewState::put_off(std::size_t index) const {
+    return nodes_made >= NODES_AT_ONCE && index >= FIRST_CHILDREN && !catching_up &&
+           root->isVisible();
+}
+
+void ViewState::schedule_later() {
+    if (later.empty())
+        return;
+    QTimer::singleShot(PAINT_PAUSE_MS, root, [this] {
+        if (later.empty() || applying)
+            return;
+        apply_all(*this, std::exchange(later, {}));
+        schedule_later();
+    });
 }
 
 bool ViewState::dispatch(const std::string& path, const std::string& event) {

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <set>
@@ -127,6 +128,9 @@ struct ViewState {
 
     bool applying = false;                               ///< patches are being applied
     std::vector<RenderPatch> queued;                     ///< came in meanwhile
+    std::vector<RenderPatch> later;                      ///< put off, see `put_off`
+    std::size_t nodes_made = 0;                          ///< by the batch under way
+    bool catching_up = false;                            ///< `later` is made without a pause
     std::set<std::string> floating;                      ///< paths of the bars and sides
     bool positioning = false;                            ///< overlays are being placed
     std::vector<std::string> waiting_modals;             ///< open once the root is shown
@@ -146,6 +150,11 @@ struct ViewState {
     void render_now();
     void schedule_render();
     void apply(const std::vector<RenderPatch>& patches);
+    /// Whether the child at `index` of its parent is to be made after the next paint: the batch has
+    /// made many nodes already, and a long list shows its beginning first. What is put off goes to
+    /// `later`, in order, and comes by itself or before the next patches.
+    bool put_off(std::size_t index) const;
+    void schedule_later();
     /// Runs the application's handlers for an event. False if the window is gone afterwards, and
     /// this record possibly with it.
     bool dispatch(const std::string& path, const std::string& event);

@@ -24,6 +24,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace Corvel {
@@ -179,6 +180,7 @@ DNode& fresh_record(ViewState& view, const std::string& path) {
 DNode& create_widget(ViewState& view, const RenderNode& node, DNode* parent) {
     DNode& dnode = fresh_record(view, node.path);
     const NodeStyle& style = node.style;
+    ++view.nodes_made;
     dnode.kind = node.kind;
     dnode.parent = parent;
     dnode.grow = style.layout_grow;
@@ -199,9 +201,15 @@ DNode& create_widget(ViewState& view, const RenderNode& node, DNode* parent) {
 
 DNode& create_subtree(ViewState& view, const RenderNode& node, DNode* parent, ModalNodes& modals) {
     DNode& dnode = create_widget(view, node, parent);
-    for (const RenderNode& child : node.children) {
+    for (std::size_t index = 0; index < node.children.size(); ++index) {
+        const RenderNode& child = node.children[index];
         if (is_modal(child)) {
             modals.push_back({&child, &dnode});
+            continue;
+        }
+        if (view.put_off(index)) {
+            view.later.push_back(
+                {PatchKind::Add, child.path, node.path, static_cast<std::int64_t>(index), child});
             continue;
         }
         const DNode& made = create_subtree(view, child, &dnode, modals);
