@@ -70,7 +70,7 @@ TEST_F(RealBuilds, EndInTheLogAsTheyEnd) {
         {"success", R"(["I\tReading", "A\tdropped", {"error": "warning"}, "E\tOdd"])",
          "Reading\nwarning\nOdd" + DONE},
         {"exit code", R"(["I\tReading", {"exit": 3}])", "Reading" + FAILED},
-        {"crash", R"(["I\tReading", {"signal": 11}])",
+        {"crash", R"(["I\tReading", {"signal": 9}])",
          "Reading\n[Site] Error: lumenfold-cli did not run (expected beside this executable)." +
              FAILED},
         {"line ends", R"([{"line": "I\tdos", "end": "\r\n"}, {"line": "I\tlast", "end": ""}])",
