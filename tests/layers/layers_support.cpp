@@ -5,6 +5,7 @@
 #include "layers/linker.h"
 #include "layers/log.h"
 #include "layers/parser.h"
+#include "support/show_value.h"
 
 #include <gtest/gtest.h>
 
@@ -91,16 +92,7 @@ std::string StyleTree::value(const std::string& path, const std::vector<std::str
 }
 
 std::string show(const AttributeValue& value) {
-    std::ostringstream text;
-    if (const auto* number = std::get_if<double>(&value))
-        text << *number;
-    else if (const auto* flag = std::get_if<bool>(&value))
-        text << (*flag ? "true" : "false");
-    else if (const auto* string = std::get_if<std::string>(&value))
-        text << '"' << *string << '"';
-    else
-        text << "none";
-    return text.str();
+    return TestSupport::show_value(value);
 }
 
 std::string show(const LObject& object, std::size_t depth) {

@@ -1,4 +1,5 @@
 #include "support/case_file.h"
+#include "support/show_value.h"
 #include "theme/json_depth.h"
 #include "theme/theme.h"
 
@@ -20,18 +21,8 @@ std::string show_theme(const std::string& file) {
     std::ostringstream text;
     text << theme->name << '|' << theme->publisher << '|' << theme->uuid << '|' << theme->type
          << '|';
-    for (const auto& [key, value] : theme->values) {
-        text << ' ' << key << '=';
-        if (const auto* number = std::get_if<double>(&value))
-            text << *number;
-        else if (const auto* flag = std::get_if<bool>(&value))
-            text << (*flag ? "true" : "false");
-        else if (const auto* string = std::get_if<std::string>(&value))
-            text << '"' << *string << '"';
-        else
-            text << "none";
-        text << ';';
-    }
+    for (const auto& [key, value] : theme->values)
+        text << ' ' << key << '=' << TestSupport::show_value(value) << ';';
     return text.str() + "\n";
 }
 

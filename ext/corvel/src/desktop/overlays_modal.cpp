@@ -46,10 +46,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Escape)
             leave_();
-        else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-            accept();
-        else
+        else if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
             QWidget::keyPressEvent(event);
+        else if (!event->isAutoRepeat()) // held down, it would answer the next dialog as well
+            accept();
     }
 
 private:
