@@ -13,7 +13,7 @@ struct Curve {
         : linear(3 * p1)
         , square(3 * p2 - 6 * p1)
         , cubic(3 * p1 - 3 * p2 + 1) {}
-    double at(double s) const { return ((cubic * s + square) * s + linear) * s; }
+    double at(double s) const { return linear * s + s * s * (square + cubic * s); }
 
     double linear;
     double square;
@@ -33,19 +33,14 @@ Easing parse_easing(std::string_view text) {
 double solve_easing(const Easing& easing, double x) {
     if (!easing.valid)
         return x;
-    // A fixed number of steps: the cost of a frame does not depend on the curve.
-    constexpr int steps = 32;
+    // Bisection by a fixed number of halvings: the cost of a frame does not depend on the curve.
+    // The middle of each interval is followed alone, so that nothing is left to branch prediction.
+    constexpr int halvings = 32;
     const Curve curve(easing.x1, easing.x2);
-    double low = 0;
-    double high = 1;
-    double middle = 0;
-    for (int step = 0; step < steps; ++step) {
-        middle = (low + high) / 2;
-        if (x > curve.at(middle))
-            low = middle;
-        else
-            high = middle;
-    }
+    double middle = 0.5;
+    double quarter = 0.25;
+    for (int i = 1; i < halvings; ++i, quarter /= 2)
+        middle += x > curve.at(middle) ? quarter : -quarter;
     return Curve(easing.y1, easing.y2).at(middle);
 }
 

@@ -5,10 +5,16 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <set>
 
 namespace Corvel {
 
 namespace {
+
+QString to_qstring(std::string_view text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
 
 // Each pattern is compiled once. The searches below are fed only text in which a match can end:
 // a pattern that must run to the end of a large document at every start would take quadratic time.
@@ -56,40 +62,38 @@ const QRegularExpression& stop_attribute() {
     return pattern;
 }
 
-QSet<QString> excluded_ids(const QString& text) {
-    QSet<QString> ids;
-    if (!text.contains(QLatin1String("exclude")))
+using Names = std::set<std::string, std::less<>>;
+
+Names excluded_ids(std::string_view text) {
+    Names ids;
+    if (text.find("exclude") == std::string_view::npos)
         return ids;
-    for (auto matches = exclude_comment().globalMatch(text); matches.hasNext();)
+    const QString subject = to_qstring(text);
+    for (auto matches = exclude_comment().globalMatch(subject); matches.hasNext();)
         for (const QString& id :
              matches.next().captured(1).split(QLatin1Char(' '), Qt::SkipEmptyParts))
-            ids.insert(id);
+            ids.insert(id.toStdString());
     return ids;
 }
 
-bool is_word_char(QChar c) {
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') ||
-           c == u'_';
-}
-
-bool is_blank(QChar c) {
-    return c == u' ' || (c >= u'\t' && c <= u'\r');
+bool is_word_char(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
 }
 
 // Shape tags and their attributes are looked for in every frame of an animated image, so these
-// three scan by hand.
+// three scan the bytes by hand.
 
-/// <(path|circle|rect|ellipse)\b[^>]*> from `from` on; null without a match.
-QStringView next_shape_tag(QStringView text, qsizetype from) {
-    constexpr std::array<QStringView, 4> shapes = {u"path", u"circle", u"rect", u"ellipse"};
-    for (qsizetype at = text.indexOf(u'<', from); at >= 0; at = text.indexOf(u'<', at + 1)) {
-        const QStringView name = text.sliced(at + 1);
-        for (const QStringView shape : shapes) {
-            if (!name.startsWith(shape) ||
+/// <(path|circle|rect|ellipse)\b[^>]*> from `from` on; empty without a match.
+std::string_view next_shape_tag(std::string_view text, std::size_t from) {
+    constexpr std::array<std::string_view, 4> shapes = {"path", "circle", "rect", "ellipse"};
+    for (std::size_t at = text.find('<', from); at != text.npos; at = text.find('<', at + 1)) {
+        const std::string_view name = text.substr(at + 1);
+        for (const std::string_view shape : shapes) {
+            if (!name.starts_with(shape) ||
                 (name.size() > shape.size() && is_word_char(name[shape.size()])))
                 continue;
-            const qsizetype end = name.indexOf(u'>', shape.size());
-            return end < 0 ? QStringView() : text.sliced(at, end + 2);
+            const std::size_t end = name.find('>', shape.size());
+            return end == name.npos ? std::string_view() : text.substr(at, end + 2);
         }
     }
     return {};
@@ -97,56 +101,52 @@ QStringView next_shape_tag(QStringView text, qsizetype from) {
 
 /// An attribute as it stands in a tag.
 struct FoundAttribute {
-    qsizetype start = -1; ///< of its name; -1 if there is none
-    qsizetype end = 0;    ///< past the closing quote
-    QStringView value;
+    std::size_t start = std::string_view::npos; ///< of its name; npos if there is none
+    std::size_t end = 0;                        ///< past the closing quote
+    std::string_view value;
 };
 
 /// name\s*=\s*"([^"]*)"; like the pattern, it also finds the name at the end of a longer one.
-FoundAttribute find_attribute(QStringView tag, QStringView name) {
-    const auto skip_blanks = [tag](qsizetype at) {
-        while (at < tag.size() && is_blank(tag[at]))
-            ++at;
-        return at;
-    };
-    for (qsizetype start = tag.indexOf(name); start >= 0; start = tag.indexOf(name, start + 1)) {
-        qsizetype at = skip_blanks(start + name.size());
-        if (at == tag.size() || tag[at] != u'=')
+FoundAttribute find_attribute(std::string_view tag, std::string_view name) {
+    constexpr std::string_view blanks = " \t\n\v\f\r";
+    for (std::size_t start = tag.find(name); start != tag.npos; start = tag.find(name, start + 1)) {
+        std::size_t at = tag.find_first_not_of(blanks, start + name.size());
+        if (at == tag.npos || tag[at] != '=')
             continue;
-        at = skip_blanks(at + 1);
-        if (at == tag.size() || tag[at] != u'"')
+        at = tag.find_first_not_of(blanks, at + 1);
+        if (at == tag.npos || tag[at] != '"')
             continue;
-        const qsizetype close = tag.indexOf(u'"', at + 1);
-        if (close >= 0)
-            return {start, close + 1, tag.sliced(at + 1, close - at - 1)};
+        const std::size_t close = tag.find('"', at + 1);
+        if (close != tag.npos)
+            return {start, close + 1, tag.substr(at + 1, close - at - 1)};
     }
     return {};
 }
 
 /// Writes the shape tag to `out` as it is to be, or notes the gradient that fills it.
-void append_shape(QString& out, QStringView tag, const QSet<QString>& excluded,
-                  QSet<QString>& gradients, const QString& tint) {
-    const QStringView name = find_attribute(tag, u"id").value;
-    if (name.isEmpty() || (!excluded.isEmpty() && excluded.contains(name.toString()))) {
+void append_shape(std::string& out, std::string_view tag, const Names& excluded,
+                  QSet<QString>& gradients, const std::string& tint) {
+    const std::string_view id = find_attribute(tag, "id").value;
+    if (id.empty() || excluded.contains(id)) {
         out += tag;
         return;
     }
-    if (tag.contains(QLatin1String("url("))) {
-        const auto reference = gradient_reference().match(tag);
+    if (tag.find("url(") != tag.npos) {
+        const auto reference = gradient_reference().match(to_qstring(tag));
         if (reference.hasMatch()) {
             gradients.insert(reference.captured(1));
             out += tag;
             return;
         }
     }
-    const FoundAttribute fill = find_attribute(tag, u"fill");
-    if (fill.start < 0 || fill.value == QLatin1String("none")) {
+    const FoundAttribute fill = find_attribute(tag, "fill");
+    if (fill.start == tag.npos || fill.value == "none") {
         out += tag;
         return;
     }
-    out += tag.first(fill.start);
-    out += QLatin1String("fill=\"") + tint + QLatin1Char('"');
-    out += tag.sliced(fill.end);
+    out += tag.substr(0, fill.start);
+    out.append("fill=\"").append(tint).append("\"");
+    out += tag.substr(fill.end);
 }
 
 QString tinted_stops(QString element, const QString& tint) {
@@ -237,27 +237,25 @@ QString recolor_gradients(const QString& text, const QSet<QString>& names, const
     return out;
 }
 
-QByteArray recolor_svg(const QString& text, const std::string& tint) {
+QByteArray recolor_svg(std::string_view text, const std::string& tint) {
     if (tint.empty())
-        return text.toUtf8();
-    const QString color = QString::fromStdString(tint);
-    const QSet<QString> excluded = excluded_ids(text);
+        return QByteArray(text.data(), qsizetype(text.size()));
+    const Names excluded = excluded_ids(text);
     QSet<QString> gradients;
-    QString out;
+    std::string out;
     out.reserve(text.size() + 64);
-    qsizetype copied = 0;
-    const QStringView source = text;
-    for (QStringView tag = next_shape_tag(source, 0); !tag.isNull();
-         tag = next_shape_tag(source, copied)) {
-        const qsizetype start = tag.data() - source.data();
-        out += source.sliced(copied, start - copied);
-        append_shape(out, tag, excluded, gradients, color);
+    std::size_t copied = 0;
+    for (std::string_view tag = next_shape_tag(text, 0); !tag.empty();
+         tag = next_shape_tag(text, copied)) {
+        const std::size_t start = std::size_t(tag.data() - text.data());
+        out += text.substr(copied, start - copied);
+        append_shape(out, tag, excluded, gradients, tint);
         copied = start + tag.size();
     }
-    out += source.sliced(copied);
-    if (!gradients.isEmpty())
-        out = recolor_gradients(out, gradients, color);
-    return out.toUtf8();
+    out += text.substr(copied);
+    if (gradients.isEmpty())
+        return QByteArray::fromStdString(out);
+    return recolor_gradients(to_qstring(out), gradients, to_qstring(tint)).toUtf8();
 }
 
 } // namespace Corvel

@@ -49,8 +49,7 @@ void SvgDocument::load_frame(const std::string& tint) {
     }
     const bool moving = animation && animation->is_animated();
     renderer.load(recolor_svg(
-        moving ? QString::fromStdString(animation->frame_at(double(clock.elapsed()))) : svg_text,
-        tint));
+        moving ? animation->frame_at(double(clock.elapsed())) : svg_text.toStdString(), tint));
 }
 
 } // namespace Corvel
