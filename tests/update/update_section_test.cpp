@@ -18,6 +18,7 @@ const std::string screens = R"(App:
     Update Dialog:
         Titlebar/Exit Button << Corvel/Button
         Body:
+            Busy Icon << Corvel/Icon
             Status << Corvel/Text
             Actions:
                 (Download, Notes, Skip, Later) Button << Corvel/Button
@@ -54,6 +55,8 @@ struct UpdatingApp {
         if (!app.shows(dialog))
             return "";
         std::string content = app.node(dialog + "/Body/Status").text;
+        if (app.shows(dialog + "/Body/Busy Icon"))
+            content += " (busy)";
         for (const char* button : {"Download", "Notes", "Skip"})
             if (app.shows(actions + button + " Button"))
                 content += std::string(" [") + button + "]";
@@ -114,7 +117,7 @@ TEST(UpdateSection, TellsTheOutcomeOfEachCheck) {
         EXPECT_TRUE(wait_for_answer());
         EXPECT_EQ(updating.said(), c.automatic ? c.manual : "");
         updating.click(check_button);
-        EXPECT_EQ(updating.said(), "Checking for updates... [Close]");
+        EXPECT_EQ(updating.said(), "Checking for updates... (busy) [Close]");
         EXPECT_TRUE(wait_for_answer());
         EXPECT_EQ(updating.said(), c.manual);
     }
@@ -152,10 +155,14 @@ TEST(UpdateSection, ButtonsActOnTheLastResult) {
             written.push_back(key + "=" + value);
     };
     updating.click(check_button);
+    updating.platform.advance(3000);
+    updating.reply("{}"); // to the automatic check: the user still waits for the other
+    EXPECT_EQ(updating.said(), "Checking for updates... (busy) [Close]");
     updating.click(dialog + "/Titlebar/Exit Button");
     EXPECT_EQ(updating.said(), "");
-    updating.reply(R"({"version": "2.0", "notes_url": "first"})"); // comes back with the answer
-    updating.platform.advance(3000);
+    updating.platform.http_calls.front().reply(
+        {200, R"({"version": "2.0", "notes_url": "first"})", ""}); // comes back with the answer
+    updating.platform.advance(24 * hour);
     updating.reply(R"({"version": "3.0", "notes_url": "second",
                        "platforms": {"os": {"url": "file"}}})");
     updating.click(actions + "Notes Button");

@@ -47,6 +47,7 @@ SharedDialog make_dialog(CorvelApp& app, const std::string& root) {
 
 void show_update_status(UpdateDialog& dialog, const std::string& text) {
     dialog.app.set_text(dialog.status_path, text);
+    dialog.app.set_visible(dialog.busy_path, false);
     for (const std::string& button : {dialog.download_path, dialog.notes_path, dialog.skip_path})
         dialog.app.set_visible(button, false);
     dialog.app.set_text(dialog.later_path, "Close");
@@ -57,6 +58,7 @@ void show_update_available(UpdateDialog& dialog, const UpdateResult& result) {
     dialog.app.set_text(dialog.status_path, "Version " + result.latest_version +
                                                 " is available. You have " +
                                                 dialog.app.app_version + ".");
+    dialog.app.set_visible(dialog.busy_path, false);
     dialog.app.set_visible(dialog.download_path, !result.download_url.empty());
     dialog.app.set_visible(dialog.notes_path, !result.notes_url.empty());
     dialog.app.set_visible(dialog.skip_path, true);
@@ -66,7 +68,6 @@ void show_update_available(UpdateDialog& dialog, const UpdateResult& result) {
 
 void take_result(UpdateDialog& dialog, const UpdateResult& result, bool manual) {
     dialog.last_result = result;
-    dialog.app.set_visible(dialog.busy_path, false);
     if (!result.success) {
         if (manual)
             show_update_status(dialog, "Could not check for updates: " + result.error);
