@@ -24,10 +24,11 @@ struct Promotion {
     std::string slug;      ///< goes over to the family
     fs::path project_folder;
     fs::path member_folder;
+    fs::path file_name; ///< of the configuration: the family's reference is the project's old one
 
     fs::path site_folder() const { return site_file.parent_path(); }
-    fs::path family_file() const { return project_folder / PROJECT_FILE_NAME; }
-    fs::path member_file() const { return member_folder / PROJECT_FILE_NAME; }
+    fs::path family_file() const { return project_folder / file_name; }
+    fs::path member_file() const { return member_folder / file_name; }
 };
 
 fs::path absolute_path(const fs::path& path) {
@@ -75,7 +76,8 @@ std::optional<Promotion> plan_promotion(const fs::path& site_config_path,
         return std::nullopt;
     if (!site->contains("projects"))
         return refuse("'projects' is not an array in the site config.");
-    Promotion plan{site_config_path, std::move(*site), 0, {}, {}, {}, {}};
+    Promotion plan{
+        site_config_path, std::move(*site), 0, {}, {}, {}, {}, project_config_path.filename()};
     if (!find_entry(plan, project_config_path))
         return refuse("This project isn't registered in the site's config.");
     if (!read_project(plan, project_config_path, error))

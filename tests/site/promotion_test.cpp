@@ -75,15 +75,19 @@ TEST_F(Promotion, MovesTheContentIntoAMember) {
 }
 
 TEST_F(Promotion, ReachesProjectsOutsideTheSite) {
-    write_file(file, R"({"projects": [{"config": "../out/p/.lumenfold-project"}]})");
-    project = dir / "out/p/.lumenfold-project";
+    write_file(file, R"({"projects": [{"config": "../out/p/any name.json"}]})");
+    project = dir / "out/p/any name.json"; // both references must lead to files of this name
     write_file(project, R"({"slug": "p"})");
     ASSERT_TRUE(promote("m", "")) << error;
     EXPECT_EQ(tree()[".lumenfold-site"],
-              normal_form(R"({"projects":[{"config":"../out/p/.lumenfold-project"},
-                              {"config":"./../out/p-m/.lumenfold-project"}]})"));
-    EXPECT_EQ(file_tree(dir / "out")["p-m/.lumenfold-project"],
-              normal_form(R"({"format":1,"slug":"m","parent_slug":"p"})"));
+              normal_form(R"({"projects":[{"config":"../out/p/any name.json"},
+                              {"config":"./../out/p-m/any name.json"}]})"));
+    const Tree expected = {
+        {"p/", ""},
+        {"p/any name.json", normal_form(R"({"format":1,"slug":"p","name":""})")},
+        {"p-m/", ""},
+        {"p-m/any name.json", normal_form(R"({"format":1,"slug":"m","parent_slug":"p"})")}};
+    EXPECT_EQ(file_tree(dir / "out"), expected);
 }
 
 TEST_F(Promotion, LeavesAProjectThatCannotMove) {
