@@ -171,11 +171,27 @@ void undo_promotion(const Promotion& promotion, Undo undo) {
         write_config_file(promotion.family_file(), promotion.project);
 }
 
-/// Moves the project's folder to the member's. A folder that holds the site itself must stay.
-std::error_code move_project(const Promotion& promotion) {
+bool holds(const fs::path& folder, const fs::path& path) {
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
+           folder.end();
+}
+
+/// Whether the site itself or another project lies in the project's folder: a move would take it
+/// along and leave the registry behind.
+bool holds_others(const Promotion& promotion) {
     const fs::path folder = comparable_path(promotion.project_folder);
-    const fs::path site = comparable_path(promotion.site_folder());
-    if (std::mismatch(folder.begin(), folder.end(), site.begin(), site.end()).first == folder.end())
+    const fs::path own_file = comparable_path(promotion.family_file());
+    const Json& projects = promotion.site.at("projects");
+    return holds(folder, comparable_path(promotion.site_folder())) ||
+           std::any_of(projects.begin(), projects.end(), [&](const Json& entry) {
+               const fs::path file =
+                   resolve_reference(text_at(entry, "config"), promotion.site_folder());
+               return file != own_file && holds(folder, file);
+           });
+}
+
+std::error_code move_project(const Promotion& promotion) {
+    if (holds_others(promotion))
         return std::make_error_code(std::errc::invalid_argument);
     std::error_code error;
     fs::rename(promotion.project_folder, promotion.member_folder, error);

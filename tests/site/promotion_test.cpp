@@ -109,15 +109,19 @@ TEST_F(Promotion, LeavesAProjectThatCannotMove) {
     EXPECT_EQ(tree(), before);
 }
 
-TEST_F(Promotion, NeverMovesTheSiteItself) {
-    write_file(file, R"({"projects": [{"config": ".lumenfold-project"}]})");
-    project = dir / "site/.lumenfold-project";
-    write_file(project, R"({"slug": "s"})");
-    const Tree before = tree();
-    EXPECT_FALSE(promote("m"));
-    EXPECT_EQ(error, "Could not move " + (dir / "site").string() + ": " +
-                         std::make_error_code(std::errc::invalid_argument).message());
-    EXPECT_EQ(tree(), before);
+TEST_F(Promotion, NeverMovesTheSiteOrAnotherProject) {
+    for (const bool nested : {false, true}) {
+        project = dir / (nested ? "site/sub/.lumenfold-project" : "site/.lumenfold-project");
+        write_file(file, nested ? R"({"projects": [{"config": "sub/.lumenfold-project"},
+                                                   {"config": "sub/deep/.lumenfold-project"}]})"
+                                : R"({"projects": [{"config": ".lumenfold-project"}]})");
+        write_file(project, R"({"slug": "s"})");
+        const Tree before = tree();
+        EXPECT_FALSE(promote("m"));
+        EXPECT_EQ(error, "Could not move " + project.parent_path().string() + ": " +
+                             std::make_error_code(std::errc::invalid_argument).message());
+        EXPECT_EQ(tree(), before);
+    }
 }
 
 /// A failing write behind the rename, by the size at which writes stop.
