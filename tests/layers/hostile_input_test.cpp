@@ -41,8 +41,9 @@ void read_everything(const std::string& text) {
 // The suite's time limit stands for "no hang".
 TEST(HostileInput, OnePieceAnyNumberOfTimes) {
     const std::string pieces[] = {
-        "a/", "a.", "a ", "a << ", "(",  "(a, ", "(a, b) ",  "()",          "@S: 1 ",
-        "\"", "\\", "#",  "9",     "\r", " \n",  "a:\n b\n", "a.\n x: 1\n", "@S:\n a: 1\n"};
+        "a/",  "a.",       "a ",          "a << ",        "(",          "(a, ", "(a, b) ",
+        "()",  "@S: 1 ",   "\"",          "\\",           "#",          "9",    "\r",
+        " \n", "a:\n b\n", "a.\n x: 1\n", "@S:\n a: 1\n", "a << b/((\n"};
     for (const std::string& piece : pieces)
         read_everything("x: 1\n" + repeated(piece, many));
 }

@@ -16,6 +16,8 @@ std::size_t joined_size(std::span<const std::string_view> words) {
 // Whether the words follow each other in memory with one blank between.
 bool stand_together(std::span<const std::string_view> words) {
     for (std::size_t i = 1; i < words.size(); ++i) {
+        if (words[i - 1].empty())
+            return false; // a name that is missing has no place
         const char* const end = words[i - 1].data() + words[i - 1].size();
         if (words[i].data() != end + 1 || *end != ' ')
             return false;
