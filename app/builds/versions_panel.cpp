@@ -70,9 +70,16 @@ void show_messages(const Context& context, const std::vector<std::string>& messa
     context->app.set_visible(path, !text.empty());
 }
 
-/// While the builder looks, an empty panel says so; a filled one keeps its table.
-void show_looking(const Context& context) {
-    if (!context->project->version_rows.empty())
+/// While the builder looks, an empty panel says so; a filled one keeps its table, unless that is
+/// another project's.
+void show_looking(const Context& context, const std::string& path) {
+    ProjectState& state = *context->project;
+    if (state.versions_path != path) {
+        state.versions_path = path;
+        state.version_rows.clear();
+        set_pending_count(*context, 0);
+    }
+    if (!state.version_rows.empty())
         return;
     publish_rows(context);
     const std::string& panels = context->project_shell.panels;
@@ -113,7 +120,7 @@ void refresh_versions(const Context& context) {
     }
     if (!context->app.process)
         return;
-    show_looking(context);
+    show_looking(context, path);
     const auto listing = std::make_shared<VersionListing>();
     context->app.process(
         {"lumenfold-cli", "versions", path, "--porcelain"},

@@ -35,6 +35,7 @@ struct ProjectState {
     std::size_t pending_count = 0; ///< versions that wait for a build; by `set_pending_count`
     std::string source_path;       ///< the text of "build.source_path"; follows its field
     std::vector<VersionRowUi> version_rows; ///< by `refresh_versions`
+    std::string versions_path; ///< the configuration that they, and the pending count, belong to
     /// Of the latest query; older answers are dropped. Rises with every query.
     std::uint32_t versions_generation = 0;
 
