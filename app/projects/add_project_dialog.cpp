@@ -1,6 +1,7 @@
 #include "app/app_context.h"
 #include "app/editing/edit_queue.h"
 #include "app/editing/editor_text.h"
+#include "app/editing/reload.h"
 #include "app/panels/dialog_frame.h"
 #include "app/projects/family_bar.h"
 #include "app/projects/project_files.h"
@@ -48,10 +49,10 @@ void open_dialog(const Context& context, AddProjectState& state, const std::stri
 }
 
 void open_for_family(const Context& context, AddProjectState& state) {
-    if (context->active.members.empty())
+    const Member* member = lead_member(context->active.members);
+    if (!member)
         return;
-    const Json lead =
-        read_json_file(path_from_utf8(context->active.members.front().path)).value_or(Json());
+    const Json lead = read_json_file(path_from_utf8(member->path)).value_or(Json());
     const std::string slug = text_at(lead, "slug");
     if (slug.empty()) {
         context->message_dialog.show(FAILURE_TITLE, "The family's lead config has no slug.");
@@ -104,10 +105,13 @@ void create(const Context& context, const AddProjectState& state) {
         return;
     }
     context->app.set_visible(DIALOG, false);
-    if (state.parent_slug.empty())
-        open_config(context, path_to_utf8(created));
-    else
+    if (!state.parent_slug.empty()) {
         show_new_member(context, created);
+        return;
+    }
+    // The site may stay in front: unsaved text holds it back.
+    reload_after_change(context);
+    open_config(context, path_to_utf8(created));
 }
 
 } // namespace

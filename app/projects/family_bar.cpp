@@ -53,6 +53,8 @@ void build_family_tabs(const Context& context) {
     context->app.set_rows(LIST, std::move(rows));
     context->app.set_visible(FAMILY_BAR, members.size() >= 2);
     context->app.set_visible(FAMILY_DIVIDER, members.size() >= 2);
+    // A mark belongs to a position: a longer family before this one may have left its own.
+    mark_member_tab(context);
 }
 
 void wire_family_tabs(const Context& context) {

@@ -95,12 +95,17 @@ void clear_active(const Context& context) {
 
 } // namespace
 
-std::string members_logo(const std::vector<Member>& members) {
+const Member* lead_member(const std::vector<Member>& members) {
     const auto umbrella = std::find_if(members.begin(), members.end(),
                                        [](const Member& member) { return member.umbrella; });
     if (umbrella != members.end())
-        return umbrella->logo;
-    return members.empty() ? std::string() : members.front().logo;
+        return &*umbrella;
+    return members.empty() ? nullptr : &members.front();
+}
+
+std::string members_logo(const std::vector<Member>& members) {
+    const Member* lead = lead_member(members);
+    return lead ? lead->logo : std::string();
 }
 
 void open_config(const Context& context, const std::string& path) {

@@ -26,7 +26,11 @@ void load_config(const Context& context, OpenConfig config);
 /// Closes a tab without a question. Form edits are written; other unsaved text is given up.
 void close_config(const Context& context, const std::string& id);
 
-/// The logo that a project's tab shows: the umbrella's, or the first member's.
+/// The member that stands for a project: the umbrella, wherever the registry lists it, or the
+/// first. Null without members. Valid while `members` stays as it is.
+const Member* lead_member(const std::vector<Member>& members);
+
+/// The logo that a project's tab shows: its lead's.
 std::string members_logo(const std::vector<Member>& members);
 
 } // namespace Lumenfold
