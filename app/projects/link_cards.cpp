@@ -64,12 +64,11 @@ const CardKind DOWNLOADS{"/Downloads Panel",
 
 constexpr const char* DEP_CARDS = "/Dependencies Panel/Dep Cards";
 
-Corvel::ListEntry make_row(const AppContext& context, const CardKind& kind, std::size_t position,
-                           const Json& element) {
+Corvel::ListEntry make_row(const CardKind& kind, std::size_t position, const Json& element,
+                           const std::filesystem::path& root) {
     Corvel::ListEntry row{kind.row_prefix + std::to_string(position),
                           {{kind.name_field, text_at(element, kind.name_key)}}};
-    const std::string icon =
-        path_to_utf8(resolve_image(image_root(context), text_at(element, kind.icon_key)));
+    const std::string icon = path_to_utf8(resolve_image(root, text_at(element, kind.icon_key)));
     const std::string size = kind.has_size ? text_at(element, "size") : std::string();
     for (const auto& [field, value] : {std::pair("url", text_at(element, "url")),
                                        std::pair("size", size), std::pair("icon", icon)})
@@ -81,9 +80,10 @@ Corvel::ListEntry make_row(const AppContext& context, const CardKind& kind, std:
 void fill_cards(const Context& context, const CardKind& kind, const Json& project) {
     std::vector<DepRow>& targets = (*context->project).*kind.rows;
     targets.clear();
+    const std::filesystem::path root = image_root(*context);
     std::vector<Corvel::ListEntry> rows;
     for (const Json& element : array_at(project, kind.key)) {
-        rows.push_back(make_row(*context, kind, rows.size(), element));
+        rows.push_back(make_row(kind, rows.size(), element, root));
         targets.push_back({text_at(element, kind.name_key), text_at(element, "url"),
                            flag_at(element, "external")});
     }
