@@ -190,7 +190,12 @@ void LayerBuilder::apply_attribute(const AttributeNode& node, LLayer& current) {
 // With a state name the values are state values, otherwise the attributes' own.
 void LayerBuilder::apply_group_set(const GroupSetNode& node, LLayer& current,
                                    const std::string* state_name) {
-    if (!walk(node.declaration.traversal, current))
+    const bool has_names = std::any_of(node.attributes.begin(), node.attributes.end(),
+                                       [](const AttributeNode& attribute) {
+                                           return stands_for_something(attribute.declaration.name);
+                                       });
+    if (!has_names || !stands_for_something(node.declaration.group) ||
+        !walk(node.declaration.traversal, current))
         return;
     bool is_first = true;
     for (LLayer* const layer : reached_)
@@ -276,7 +281,10 @@ void LayerBuilder::for_each_text(const NameNode& name, Visit visit) {
 template <class Visit>
 void LayerBuilder::for_each_attribute(const DeclarationName& declaration, LLayer& from,
                                       Visit visit) {
-    if (!stands_for_something(declaration.name) || !walk(declaration.traversal, from))
+    const bool has_group = !declaration.group.empty();
+    if (!stands_for_something(declaration.name) ||
+        (has_group && !stands_for_something(declaration.group)) ||
+        !walk(declaration.traversal, from))
         return;
     bool is_first = true;
     const auto visit_names = [&](LLayer& layer, const std::string& prefix) {
@@ -284,12 +292,12 @@ void LayerBuilder::for_each_attribute(const DeclarationName& declaration, LLayer
         is_first = false;
     };
     for (LLayer* const layer : reached_) {
-        if (declaration.group.empty())
-            visit_names(*layer, {});
-        else
+        if (has_group)
             for_each_text(declaration.group, [&](std::string_view group) {
                 visit_names(*layer, std::string(group) + '.');
             });
+        else
+            visit_names(*layer, {});
     }
 }
 

@@ -167,10 +167,10 @@ std::string_view Parser::copy_joined(std::span<const std::string_view> words) {
     const std::size_t size = joined_size(words);
     char* const text = allocate_text(size);
     char* end = text;
-    for (const std::string_view word : words) {
-        if (end != text)
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i > 0)
             *end++ = ' ';
-        end = std::copy(word.begin(), word.end(), end);
+        end = std::copy(words[i].begin(), words[i].end(), end);
     }
     return {text, size};
 }
