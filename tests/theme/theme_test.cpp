@@ -3,6 +3,8 @@
 #include "theme/json_depth.h"
 #include "theme/theme.h"
 
+#include <ctime>
+
 namespace Corvel {
 namespace {
 
@@ -39,6 +41,12 @@ TEST(ThemeFile, OfAnyDepthAndBytes) {
         EXPECT_EQ(show_theme(file), "no theme\n") << file.substr(0, 60);
     EXPECT_EQ(show_theme("{\"A\": " + repeated("[", 999) + repeated("]", 999) + "}"), "A||||\n");
     EXPECT_EQ(show_theme("\xef\xbb\xbf{\"T\": {}}"), "T||||\n");
+    std::string many = "{\"T\": {\"k\": 0";
+    for (int i = 0; i < 50000; ++i)
+        many += ", \"k" + std::to_string(i) + "\": 1";
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(parse_theme_file(many + "}}")->values.size(), 50001u);
+    EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC) << "some 50 ms; a quadratic cost is 8 s";
 }
 
 TEST(Theme, DisplayNamePrefersThePublisher) {

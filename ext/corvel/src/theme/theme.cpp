@@ -9,7 +9,9 @@
 namespace Corvel {
 namespace {
 
-using Json = nlohmann::ordered_json;
+// The library's ordered objects take quadratic time, and a folder of themes may hold any files.
+using Json = nlohmann::json;
+using Keys = std::vector<std::string>;
 
 /// One stop of a gradient: "position:colour", cut at the first colon.
 struct GradientStop {
@@ -65,18 +67,47 @@ void read_meta(const Json& meta, Theme& theme) {
     read("type", theme.type);
 }
 
-Theme read_theme(std::string name, const Json& json) {
+/// The theme `name` from a value whose keys stand in the file in the order of `keys`; keys of
+/// other values may be among them.
+Theme read_theme(std::string name, const Json& json, const Keys& keys) {
     Theme theme;
     theme.name = std::move(name);
-    if (!json.is_object())
-        return theme;
-    for (const auto& [key, value] : json.items()) {
+    for (const std::string& key : keys) {
+        const auto entry = json.find(key);
+        if (entry == json.end())
+            continue;
         if (key == "_meta")
-            read_meta(value, theme);
-        else if (key != "Gradient" || !read_gradient(value, theme.values))
-            theme.values[key] = to_theme_value(value);
+            read_meta(*entry, theme);
+        else if (key != "Gradient" || !read_gradient(*entry, theme.values))
+            theme.values[key] = to_theme_value(*entry);
     }
     return theme;
+}
+
+/// The theme in a text; nothing if it has no entry. Throws the library's exceptions.
+std::optional<Theme> read_first_entry(std::string_view text) {
+    std::optional<std::string> first; // key of the root
+    Keys keys;                        // of the first entry; in an array of every entry
+    bool in_first = true;
+    const auto note_key = [&](int depth, Json::parse_event_t event, Json& parsed) {
+        if (event == Json::parse_event_t::key && depth <= 2) {
+            const auto& key = parsed.get_ref<const std::string&>();
+            if (depth == 1) {
+                if (!first)
+                    first = key;
+                in_first = key == *first;
+            } else if (in_first) {
+                keys.push_back(key);
+            }
+        }
+        return true;
+    };
+    const Json json = Json::parse(text, note_key);
+    if (json.empty())
+        return std::nullopt;
+    if (first)
+        return read_theme(*first, json.at(*first), keys);
+    return json.is_array() ? read_theme("0", json.front(), keys) : read_theme("", json, keys);
 }
 
 } // namespace
@@ -85,13 +116,11 @@ std::optional<Theme> parse_theme_file(std::string_view text) {
     if (json_nests_deeper_than(text, MAX_JSON_DEPTH))
         return std::nullopt;
     try {
-        const Json json = Json::parse(text);
-        for (const auto& [key, value] : json.items())
-            return read_theme(key, value);
+        return read_first_entry(text);
     } catch (const Json::exception&) {
         // A number out of range is no parse error, yet the file is as unusable.
+        return std::nullopt;
     }
-    return std::nullopt;
 }
 
 std::string theme_display_name(const Theme& theme) {
