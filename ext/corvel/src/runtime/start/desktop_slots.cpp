@@ -19,19 +19,17 @@ void copy_to_clipboard(const std::string& text) {
         clipboard->setText(QString::fromStdString(text));
 }
 
-void save_text(const std::string& name, const std::string& content,
-               const std::function<void(bool)>& done) {
+/// Asks for a file and writes it. Whether every byte arrived; false if cancelled.
+bool save_text(const std::string& name, const std::string& content) {
     const QString start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
                           u'/' + QString::fromStdString(name);
     const QString path = QFileDialog::getSaveFileName(nullptr, QStringLiteral("Save"), start);
-    if (path.isEmpty()) {
-        done(false);
-        return;
-    }
+    if (path.isEmpty())
+        return false;
     QFile file(path);
     const auto size = static_cast<qint64>(content.size());
-    done(file.open(QIODevice::WriteOnly) && file.write(content.data(), size) == size &&
-         file.flush());
+    return file.open(QIODevice::WriteOnly) && file.write(content.data(), size) == size &&
+           file.flush();
 }
 
 /// Runs work that ended outside a view event and tells the view of it.
@@ -51,7 +49,9 @@ void install_desktop_slots(CorvelApp& app) {
     app.copy_text = copy_to_clipboard;
     app.save_text_file = [](const std::string& name, const std::string&, const std::string& content,
                             const std::function<void(bool)>& done) {
-        save_text(name, content, done);
+        const bool saved = save_text(name, content);
+        if (done)
+            done(saved);
     };
     app.run_after = [&app](int milliseconds, const CorvelApp::Action& fn) {
         QTimer::singleShot(milliseconds, qApp, [&app, fn] { run_and_announce(app, fn); });
