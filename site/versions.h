@@ -22,6 +22,8 @@ struct VersionEntry {
     std::string tag; ///< empty if the build record is missing or refused
 };
 
+/// Reads the build record in a version's `folder`. False, with words in `error`, if there is none,
+/// it does not parse, its format is refused or it names no tag.
 bool read_built_record(const std::filesystem::path& folder, BuiltRecord& record,
                        std::string* error);
 
@@ -35,6 +37,8 @@ std::string newest_version(const std::vector<VersionEntry>& entries);
 std::filesystem::path manifest_path(const std::filesystem::path& project_config_folder,
                                     const std::string& source_path);
 
+/// Reads a source-root manifest into `json`, whatever its root is. False, with words in `error` and
+/// `json` as it was, if there is none, it does not parse or its format is refused.
 bool load_manifest(const std::filesystem::path& path, Json& json, std::string* error);
 
 /// Whether label `a` is newer than `b`. Only labels of the form "major.minor" are ordered, and
