@@ -47,7 +47,6 @@ const Tile TILES[] = {
 };
 constexpr const char* PROOF_FILE = "favicon-32x32.png"; ///< its presence shows the tiles
 
-constexpr int TILE_DELAY_MS = 30;
 constexpr const char* FALLBACK_THEME = "Dark (orrinworkshopllc)";
 constexpr const char* FALLBACK_BACKGROUND = "#ffffff";
 
@@ -76,7 +75,7 @@ void refresh_tiles(const Context& context) {
 void refresh_tiles_later(const Context& context) {
     for (const Tile& tile : TILES)
         context->app.set_source(tile.node, "");
-    run_later(context, TILE_DELAY_MS, [context] { refresh_tiles(context); });
+    run_later(context, REREAD_DELAY_MS, [context] { refresh_tiles(context); });
 }
 
 std::string generate(const Context& context, const std::string& source) {

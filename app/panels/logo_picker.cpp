@@ -26,8 +26,6 @@ const std::string LOGO_IMAGE = PICKER + "/Avatar/Logo Image";
 const std::string PLACEHOLDER = PICKER + "/Avatar/Placeholder";
 const std::string BROWSE_BUTTON = PICKER + "/Controls Row/Browse Button";
 
-constexpr int REREAD_DELAY_MS = 30;
-
 void show_logo(const Context& context, const std::string& logo) {
     context->app.set_visible(LOGO_IMAGE, !logo.empty());
     context->app.set_visible(PLACEHOLDER, logo.empty());

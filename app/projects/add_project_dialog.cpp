@@ -77,7 +77,6 @@ std::filesystem::path site_file(const Context& context, const AddProjectState& s
 void show_new_member(const Context& context, const std::filesystem::path& created) {
     context->active.members.push_back(read_member(created, false));
     update_active_members(context);
-    build_family_tabs(context);
     leave_guard(context, [member = context->active.members.size() - 1](const Context& shared) {
         show_member(shared, member);
     });

@@ -3,6 +3,7 @@
 #include "app/app_context.h"
 #include "app/editing/edit_queue.h"
 #include "app/editing/view_switch.h"
+#include "app/later.h"
 #include "app/node_state.h"
 #include "app/panels/removal.h"
 #include "app/projects/project_panels.h"
@@ -43,6 +44,18 @@ void activate_member(const Context& context, const std::string& item) {
     });
 }
 
+/// Carries the active configuration over to its tab's record.
+void keep_active_members(AppContext& context) {
+    context.active.logo = members_logo(context.active.members);
+    if (OpenConfig* tab = active_tab_record(context))
+        *tab = context.active;
+}
+
+void publish_members(const Context& context) {
+    refresh_left_tabs(context);
+    build_family_tabs(context);
+}
+
 } // namespace
 
 void build_family_tabs(const Context& context) {
@@ -80,11 +93,26 @@ void show_member(const Context& context, std::size_t member) {
 }
 
 void update_active_members(const Context& context) {
-    OpenConfig& active = context->active;
-    active.logo = members_logo(active.members);
-    if (OpenConfig* tab = active_tab_record(*context))
-        *tab = active;
-    refresh_left_tabs(context);
+    keep_active_members(*context);
+    publish_members(context);
+}
+
+void set_member_logo(const Context& context, const std::string& logo) {
+    std::vector<Member>& members = context->active.members;
+    if (context->project->member_index >= members.size())
+        return;
+    std::string& shown = members[context->project->member_index].logo;
+    const bool reread = shown == logo && context->app.run_after;
+    if (reread)
+        shown.clear();
+    else
+        shown = logo;
+    update_active_members(context);
+    if (!reread)
+        return;
+    shown = logo;
+    keep_active_members(*context);
+    context->app.run_after(REREAD_DELAY_MS, [context] { publish_members(context); });
 }
 
 } // namespace Lumenfold

@@ -3,6 +3,7 @@
 #include "app/shell.h"
 
 #include <cstddef>
+#include <string>
 
 namespace Lumenfold {
 
@@ -18,7 +19,11 @@ void mark_member_tab(const Context& context);
 /// Brings another member up, after its predecessor's edits are written.
 void show_member(const Context& context, std::size_t member);
 
-/// Carries the active configuration's members and logo over to its tab, after a change of them.
+/// Carries the active configuration's members and logo over to its tab and the family bar, after a
+/// change of them.
 void update_active_members(const Context& context);
+
+/// Gives the member shown another logo, or the same file with new content.
+void set_member_logo(const Context& context, const std::string& logo);
 
 } // namespace Lumenfold

@@ -11,11 +11,6 @@
 #include <nlohmann/json.hpp>
 
 namespace Lumenfold {
-namespace {
-
-constexpr int REREAD_DELAY_MS = 30;
-
-} // namespace
 
 std::filesystem::path member_folder(const AppContext& context) {
     return path_from_utf8(context.edits.path).parent_path();

@@ -11,8 +11,6 @@
 #include "app/projects/project_state.h"
 #include "app/projects/source_documents.h"
 #include "app/projects/topics_panel.h"
-#include "app/shell/opening.h"
-#include "app/shell/tabs.h"
 #include "runtime/corvel_app.h"
 #include "site/path_text.h"
 #include "site/records.h"
@@ -71,12 +69,7 @@ void use_logo(const Context& context, const std::filesystem::path& file) {
     const std::string& panels = context->project_shell.panels;
     show_replaced_image(context, panels + LOGO_IMAGE, image->path);
     context->app.set_visible(panels + LOGO_PLACEHOLDER, false);
-
-    OpenConfig& active = context->active;
-    if (context->project->member_index < active.members.size())
-        active.members[context->project->member_index].logo = image->path;
-    update_active_members(context);
-    build_family_tabs(context);
+    set_member_logo(context, image->path);
 }
 
 void add_repository(const Context& context) {

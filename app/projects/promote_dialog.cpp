@@ -45,7 +45,6 @@ void show_family(const Context& context, const std::filesystem::path& family,
     active.title = read_title(family, ConfigKind::Project);
     active.members = {read_member(family, true), read_member(member, false)};
     update_active_members(context);
-    build_family_tabs(context);
     // Edits that no file has taken yet are the member's, whose file is where the family's was.
     context->edits.path = active.members.back().path;
     show_member(context, 0);

@@ -1,6 +1,7 @@
 #include "app/shell/tabs.h"
 
 #include "app/app_context.h"
+#include "app/later.h"
 #include "app/shell/leave_guard.h"
 #include "app/shell/opening.h"
 #include "app/shell/window_paths.h"
@@ -15,7 +16,6 @@ namespace {
 
 const std::string LEFT_TABS_LIST = "leftTabs";
 const std::string ACTIVE = "Active";
-constexpr int REREAD_DELAY_MS = 30;
 
 std::string tab_icon(const OpenConfig& config) {
     if (config.kind == ConfigKind::Site)
