@@ -151,16 +151,20 @@ struct Merge {
 };
 
 // Copies the base's attributes and lists its child layers as they are now: a merge may add to the
-// base itself where it lies inside the derived layer.
+// base itself where it lies inside the derived layer. Who has copied from `derived` before may lack
+// what it gets now, so no attribute counts as complete any more.
 Merge begin_merge(LLayer& derived, const LLayer& base) {
     const std::size_t count = base.children().size();
     for (std::size_t i = 0; i < count; ++i)
         if (const LAttribute* const attribute = base.children()[i]->as_attribute())
             inherit_attribute(derived, *attribute);
+    if (Records::of(derived).has_heirs)
+        ++tree_revisions.load;
     return {&derived, Records::child_layers(base)};
 }
 
 void merge_base(LLayer& derived, const LLayer& base) {
+    Records::of(base).has_heirs = true;
     std::vector<Merge> open{begin_merge(derived, base)};
     while (!open.empty()) {
         Merge& merge = open.back();

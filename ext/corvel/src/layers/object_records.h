@@ -22,7 +22,9 @@ namespace Layers {
 struct TreeRevisions {
     std::uint64_t any = 1;
     std::uint64_t shape = 1;
-    std::uint32_t load = 1; ///< counts the loads whose layers are being linked
+    /// Counts the loads whose layers are being linked, and the layers changed after others had
+    /// copied from them.
+    std::uint32_t load = 1;
     std::uint32_t pour = 0; ///< counts the files poured
     std::size_t copies = 0; ///< layers copied by inheritance in this load
 };
@@ -93,6 +95,7 @@ struct LAttribute::Implementation : Pooled<LAttribute::Implementation> {
 struct LLayer::Implementation {
     LLayer* base = nullptr;
     SharedName base_path;
+    bool has_heirs = false; ///< some layer has copied from it
 };
 
 /// Access to the state of objects. Everything here keeps the indexes and revisions right.
