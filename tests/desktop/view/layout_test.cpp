@@ -54,6 +54,15 @@ TEST_F(ViewLayout, ChildrenStandAsDirectionAlignAndJustifySay) {
     }
 }
 
+TEST_F(ViewLayout, AGapBelowNothingIsNoGap) {
+    NodeStyle tight{.padding_left = -3, .padding_top = -3, .layout_spacing = -3};
+    tight.layout_align = tight.layout_justify = "Start";
+    const NodeStyle wrapped{.margin_left = -3, .margin_top = 4, .width = 40, .height = 20};
+    show(box("App", tight, {child("A"), box("B", wrapped)}));
+    EXPECT_EQ(place("App/A"), QRect(0, 0, 40, 20));
+    EXPECT_EQ(place("App/B"), QRect(0, 24, 40, 20));
+}
+
 TEST_F(ViewLayout, GrowingChildrenShareTheRoomAndEndTheCentring) {
     const auto grown = [](const std::string& name, double grow) {
         return box(name, {.layout_grow = grow});

@@ -27,13 +27,15 @@ QBoxLayout::Direction qt_direction(BoxDirection direction) {
     return direction.reverse ? QBoxLayout::BottomToTop : QBoxLayout::TopToBottom;
 }
 
-int spacing_of(const NodeStyle& style) {
-    return std::max(truncated(style.layout_spacing), 0);
+/// A margin or a spacing as a layout takes it: for one below 0 it would put in a default of its
+/// own.
+int gap(int pixels) {
+    return std::max(pixels, 0);
 }
 
 QMargins outer_margins(const NodeStyle& style) {
-    return {truncated(style.margin_left), truncated(style.margin_top),
-            truncated(style.margin_right), truncated(style.margin_bottom)};
+    return {gap(whole_pixels(style.margin_left)), gap(whole_pixels(style.margin_top)),
+            gap(whole_pixels(style.margin_right)), gap(whole_pixels(style.margin_bottom))};
 }
 
 bool needs_margins(const NodeStyle& style) {
@@ -53,19 +55,21 @@ MaxWidthContainer* container_of(QWidget* outer) {
 /// Records the box's part of the style and gives it to the layout.
 void apply_box_style(DNode& dnode, const NodeStyle& style) {
     const BoxDirection direction = box_direction(style.layout_direction);
-    const int border = truncated(style.border_thickness);
+    const int border = whole_pixels(style.border_thickness);
+    const int spacing = gap(whole_pixels(style.layout_spacing));
     dnode.is_row = direction.row;
     dnode.align = style.layout_align;
     dnode.justify = style.layout_justify;
     dnode.scrolls = !style.layout_scroll.empty();
     dnode.inset = border;
-    dnode.inset_bottom = border + truncated(style.padding_bottom);
+    dnode.inset_bottom = gap(border + whole_pixels(style.padding_bottom));
     dnode.layout->setDirection(qt_direction(direction));
-    dnode.layout->setContentsMargins(
-        truncated(style.padding_left) + border, truncated(style.padding_top) + border,
-        truncated(style.padding_right) + border, dnode.inset_bottom + dnode.reserved_bottom);
-    if (dnode.layout->spacing() != spacing_of(style))
-        dnode.layout->setSpacing(spacing_of(style));
+    dnode.layout->setContentsMargins(gap(whole_pixels(style.padding_left) + border),
+                                     gap(whole_pixels(style.padding_top) + border),
+                                     gap(whole_pixels(style.padding_right) + border),
+                                     dnode.inset_bottom + dnode.reserved_bottom);
+    if (dnode.layout->spacing() != spacing)
+        dnode.layout->setSpacing(spacing);
 }
 
 /// A child without a record is the box's own caption.
@@ -269,7 +273,7 @@ void wrap_widget(ViewState& view, DNode& dnode, const NodeStyle& style) {
         dnode.outer = wrapper;
     }
     if (needs_max_width(style))
-        dnode.outer = new MaxWidthContainer(dnode.outer, truncated(style.max_width));
+        dnode.outer = new MaxWidthContainer(dnode.outer, whole_pixels(style.max_width));
     view.by_outer[dnode.outer] = &dnode;
 }
 
@@ -284,15 +288,15 @@ void update_wrappers(ViewState& view, DNode& dnode, const NodeStyle& style) {
     if (dnode.margin_layout)
         dnode.margin_layout->setContentsMargins(outer_margins(style));
     if (container && style.max_width > 0)
-        container->set_max_width(truncated(style.max_width));
+        container->set_max_width(whole_pixels(style.max_width));
 }
 
 void reserve_bottom(DNode& host, int pixels) {
-    host.reserved_bottom = pixels;
+    host.reserved_bottom = gap(pixels);
     if (!host.layout)
         return;
     QMargins margins = host.layout->contentsMargins();
-    margins.setBottom(host.inset_bottom + pixels);
+    margins.setBottom(host.inset_bottom + host.reserved_bottom);
     host.layout->setContentsMargins(margins);
 }
 

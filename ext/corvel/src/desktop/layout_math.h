@@ -1,16 +1,11 @@
 #pragma once
 
+#include "desktop/widgets/sizing.h"
+
 #include <algorithm>
-#include <cmath>
 #include <string_view>
 
 namespace Corvel {
-
-/// Whole pixels of a size from a style, truncated and held within what a widget can have.
-inline int truncated(double value) {
-    constexpr double LIMIT = 16777215;
-    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(value, -LIMIT, LIMIT));
-}
 
 /// How a box runs.
 struct BoxDirection {
@@ -48,7 +43,7 @@ inline Stretches stretches_of(bool fill, bool scrolls, std::string_view justify)
 /// A child's stretch: its share to grow, but none for a child of limited width in a row.
 inline int stretch_of(double grow, bool row, bool width_limited) {
     constexpr int LIMIT = 1000000;
-    return row && width_limited ? 0 : std::clamp(truncated(grow), 0, LIMIT);
+    return row && width_limited ? 0 : std::clamp(whole_pixels(grow), 0, LIMIT);
 }
 
 /// The place in a layout of `count` items for the child at `index`, behind the leading items, less
@@ -72,13 +67,13 @@ struct Area {
 /// A bar of the given height on the bottom edge of its host, inside the border `inset`; at
 /// `position` 1 it lies wholly beyond the edge.
 inline Area bar_area(int host_width, int host_height, int inset, int height, double position) {
-    return {inset, host_height - inset - height + truncated(height * position),
+    return {inset, host_height - inset - height + whole_pixels(height * position),
             host_width - 2 * inset, height};
 }
 
 /// What a bar takes away from the room of the host's children.
 inline int bar_reserve(int height, double position) {
-    return truncated((1 - position) * height);
+    return whole_pixels((1 - position) * height);
 }
 
 /// A panel on the right edge of its host, at most `max_width` wide (0: as wide as the host); at
@@ -86,8 +81,8 @@ inline int bar_reserve(int height, double position) {
 inline Area side_area(int host_width, int host_height, int inset, double max_width,
                       double position) {
     const int available = std::max(host_width - 2 * inset, 0);
-    const int width = max_width > 0 ? std::min(truncated(max_width), available) : available;
-    const int x = truncated(width * position) - width + available + inset;
+    const int width = max_width > 0 ? std::min(whole_pixels(max_width), available) : available;
+    const int x = whole_pixels(width * position) - width + available + inset;
     return {x, inset, width, std::max(host_height - 2 * inset, 0)};
 }
 
