@@ -79,6 +79,10 @@ TEST_F(ViewPatches, PatchesThatComeInMeanwhileAreAppliedAfterwards) {
     };
     apply({update("App", bar(50)), add("App", text("Late", "l"), 1)});
     EXPECT_EQ(view.widget_at("App/Late"), nullptr);
+    // A render could end the bar that is being placed.
+    widget<VBoxWidget>("App/Bar")->on_resize = [&] { state.render_now(); };
+    window->resize(500, 400);
+    EXPECT_TRUE(state.render_pending);
 }
 
 TEST_F(ViewPatches, ALongListComesInPortionsAndIsWholeForTheNextPatch) {

@@ -172,7 +172,8 @@ DNode* ViewState::find_dnode_by_widget(const QWidget* widget) const {
 }
 
 void ViewState::render_now() {
-    if (applying)
+    // Placing overlays resizes what scrolls in them, which may ask for a render as well.
+    if (applying || positioning)
         schedule_render();
     else
         apply(app->render_patches());
@@ -219,6 +220,7 @@ void ViewState::schedule_later() {
             return;
         apply_all(*this, std::exchange(later, {}));
         schedule_later();
+        schedule_video_check(*this);
     });
 }
 

@@ -146,7 +146,8 @@ struct ViewState {
     /// The record whose `outer` is `widget`, null if there is none.
     DNode* find_dnode_by_widget(const QWidget* widget) const;
 
-    /// Renders and applies, or asks for a render later while patches are being applied.
+    /// Renders and applies, or asks for a render later while patches are being applied or overlays
+    /// placed.
     void render_now();
     void schedule_render();
     void apply(const std::vector<RenderPatch>& patches);

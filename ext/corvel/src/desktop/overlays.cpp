@@ -193,10 +193,11 @@ void animate_overlay(ViewState& view, DNode& dnode, double from, double to) {
         DNode* moved = sliding_node(view, path, slide);
         if (!moved)
             return;
-        moved->overlay_animating = false;
-        moved->overlay_animation = nullptr;
         move_overlay(view, *moved, to);
         show_overlay(*moved);
+        // Only now: until it rests, what scrolls in it asks for no render, which could end it.
+        moved->overlay_animating = false;
+        moved->overlay_animation = nullptr;
     });
     slide->start(QAbstractAnimation::DeleteWhenStopped);
 }
