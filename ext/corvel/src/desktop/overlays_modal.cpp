@@ -44,11 +44,15 @@ protected:
     }
 
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Escape)
+        const bool leaves = event->key() == Qt::Key_Escape;
+        const bool accepts = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (!leaves && !accepts)
+            return QWidget::keyPressEvent(event);
+        if (event->isAutoRepeat())
+            return; // held down, it would answer the next dialog as well
+        if (leaves)
             leave_();
-        else if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-            QWidget::keyPressEvent(event);
-        else if (!event->isAutoRepeat()) // held down, it would answer the next dialog as well
+        else
             accept();
     }
 
