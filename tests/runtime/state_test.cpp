@@ -66,6 +66,13 @@ TEST(State, EditorTextsFollowThePatchesInOrderAndOnce) {
     EXPECT_TRUE(app->render_patches().empty());
 }
 
+TEST(State, AListThatIsOnlyShownHasNoKey) {
+    TestApp app("App:\n Bind: \"List:shown\"\n Row\n");
+    app->render_patches();
+    app->set_rows("filled", {});
+    EXPECT_EQ(app->list_keys(), std::set<std::string>{"filled"});
+}
+
 TEST(State, OfTheStoreIsAbsentWhenEmpty) {
     CorvelApp app;
     app.store_set("before", "kept"); // no slot yet

@@ -34,8 +34,10 @@ CorvelApp::PathUses CorvelApp::path_uses() const {
 
 std::set<std::string> CorvelApp::list_keys() const {
     std::set<std::string> keys;
-    for (const auto& entry : state_->rows)
-        keys.insert(entry.first);
+    const SharedRows never_filled; // the entry that a render made for a list that it shows
+    for (const auto& [key, rows] : state_->rows)
+        if (!rows.same(never_filled))
+            keys.insert(key);
     for (const auto& entry : state_->row_click_handlers)
         keys.insert(entry.first);
     for (const auto& entry : state_->row_listeners)
