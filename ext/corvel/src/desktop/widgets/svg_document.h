@@ -20,11 +20,11 @@ namespace Corvel {
 class SvgDocument {
 public:
     /// Takes `text` as the document and, if it moves, calls `tick` every 16 ms while `owner`
-    /// lives and the document stays. Loads nothing yet.
+    /// lives and is seen and the document stays. Loads nothing yet.
     void open_document(const QString& text, QWidget* owner, const std::function<void()>& tick);
     /// Forgets the document. The renderer keeps its picture until the next `load_frame`.
     void close_document();
-    /// Puts the frame of this moment in the renderer, tinted; nothing if there is no document.
+    /// Puts the frame of this moment in the renderer, tinted; without a document empties it.
     void load_frame(const std::string& tint);
 
     QString svg_text;
