@@ -84,7 +84,8 @@ void add_missing_variants(LAttribute& derived, const LAttribute& from) {
 }
 
 // Gives `derived` the state variants of `base_attribute` that it lacks, and those which that one
-// inherits - unless it holds these already since this very load.
+// inherits - unless it holds these already since this very load. A child that is merged because of
+// its name may have another base, whose variants it then still lacks.
 void inherit_variants(LAttribute& derived, const LAttribute& base_attribute) {
     add_missing_variants(derived, base_attribute);
     const LLayer* const base = base_attribute.parent()->as_layer();
@@ -93,7 +94,8 @@ void inherit_variants(LAttribute& derived, const LAttribute& base_attribute) {
         if (const LAttribute* const same =
                 Records::find_attribute(*layer, Records::name(base_attribute)))
             add_missing_variants(derived, *same);
-    Records::of(derived).inherited_in_load = tree_revisions.load;
+    if (derived.parent()->as_layer()->base() == base)
+        Records::of(derived).inherited_in_load = tree_revisions.load;
 }
 
 void inherit_attribute(LLayer& derived, const LAttribute& base_attribute) {
