@@ -4,8 +4,6 @@
 
 #include "desktop/media/asset_paths.h"
 #include "desktop/widgets/icon_widget.h"
-#include "support/temp_dir.h"
-#include "svg/sample_icons.h"
 
 #include <benchmark/benchmark.h>
 
@@ -40,7 +38,7 @@ double processor_seconds() {
 }
 
 void moving(benchmark::State& state, const std::string& name) {
-    const int side = static_cast<int>(state.range(0));
+    const int side = int(state.range(0));
     QWidget window;
     PaintCount count;
     std::vector<std::unique_ptr<Corvel::IconWidget>> icons;
@@ -65,7 +63,6 @@ void moving(benchmark::State& state, const std::string& name) {
         state.counters["frames"] = count.paints / wall / ICONS;
         state.counters["us_per_frame"] = 1e6 * (processor_seconds() - before) / count.paints;
     }
-    state.counters["bytes"] = double(Corvel::load_icon_text(name).size());
 }
 
 BENCHMARK_CAPTURE(moving, building, "building")->Arg(20)->Arg(48)->Iterations(1);
@@ -79,11 +76,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
-    TestSupport::TempDir folder;
-    TestSupport::write_file(folder / "dots.svg", Bench::icon_of_dots());
-    TestSupport::write_file(folder / "wheels.svg", Bench::icon_of_wheels());
-    TestSupport::write_file(folder / "curves.svg", Bench::icon_of_curves());
-    Corvel::set_icon_dirs({folder.path().string(), SOURCE_ROOT "/icons"});
+    Corvel::set_icon_dirs({SOURCE_ROOT "/bench/svg/icons", SOURCE_ROOT "/icons"});
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -1,7 +1,6 @@
 // What an animated image costs: reading it once, and each of its 60 frames a second with its tint.
 
 #include "desktop/media/svg_tint.h"
-#include "sample_icons.h"
 #include "svg/svg_animation.h"
 
 #include <benchmark/benchmark.h>
@@ -16,9 +15,12 @@ namespace {
 
 using Corvel::SvgAnimation;
 
-/// The text of one of the application's own icons.
-std::string shipped_icon(const std::string& name) {
-    std::ifstream file(std::string(SOURCE_ROOT) + "/icons/" + name + ".svg");
+/// The text of an icon: one of the application's, or one of ./icons with 40 numbers in each frame.
+std::string icon(const std::string& name) {
+    std::ifstream file;
+    for (const char* folder : {"/bench/svg/icons/", "/icons/"})
+        if (file.open(SOURCE_ROOT + (folder + name) + ".svg"); file)
+            break;
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
@@ -56,18 +58,18 @@ void tint(benchmark::State& state, const std::string& text) {
         benchmark::DoNotOptimize(Corvel::recolor_svg(image, "#e3e3e3").constData());
 }
 
-BENCHMARK_CAPTURE(frame, spinner, shipped_icon("spinner"));
-BENCHMARK_CAPTURE(frame, building, shipped_icon("building"));
-BENCHMARK_CAPTURE(frame, dots, Bench::icon_of_dots());
-BENCHMARK_CAPTURE(frame, wheels, Bench::icon_of_wheels());
-BENCHMARK_CAPTURE(frame, curves, Bench::icon_of_curves());
-BENCHMARK_CAPTURE(tint, building, shipped_icon("building"));
-BENCHMARK_CAPTURE(tint, dots, Bench::icon_of_dots());
-BENCHMARK_CAPTURE(tint, wheels, Bench::icon_of_wheels());
-BENCHMARK_CAPTURE(tint, curves, Bench::icon_of_curves());
-BENCHMARK_CAPTURE(read, spinner, shipped_icon("spinner"));
-BENCHMARK_CAPTURE(read, dots, Bench::icon_of_dots());
-BENCHMARK_CAPTURE(read, curves, Bench::icon_of_curves());
+BENCHMARK_CAPTURE(frame, spinner, icon("spinner"));
+BENCHMARK_CAPTURE(frame, building, icon("building"));
+BENCHMARK_CAPTURE(frame, dots, icon("dots"));
+BENCHMARK_CAPTURE(frame, wheels, icon("wheels"));
+BENCHMARK_CAPTURE(frame, curves, icon("curves"));
+BENCHMARK_CAPTURE(tint, building, icon("building"));
+BENCHMARK_CAPTURE(tint, dots, icon("dots"));
+BENCHMARK_CAPTURE(tint, wheels, icon("wheels"));
+BENCHMARK_CAPTURE(tint, curves, icon("curves"));
+BENCHMARK_CAPTURE(read, spinner, icon("spinner"));
+BENCHMARK_CAPTURE(read, dots, icon("dots"));
+BENCHMARK_CAPTURE(read, curves, icon("curves"));
 BENCHMARK_CAPTURE(read, drawing_1_mb, large_drawing())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(read, style_5_mb, large_style())->Unit(benchmark::kMillisecond);
 
