@@ -35,7 +35,7 @@ void AppDriver::open(const std::filesystem::path& file) {
 
 std::string AppDriver::path_of(const std::string& node) const {
     std::string found;
-    for (const auto& [path, entry] : view_.nodes()) {
+    for (const auto& [path, entry] : screen().nodes()) {
         if (!is_named(path, node) || !entry.shown.style->visible)
             continue;
         if (!found.empty())
@@ -66,7 +66,7 @@ void AppDriver::choose(const std::string& node, const std::string& value) {
 
 void AppDriver::row_action(const std::string& row, const std::string& action) {
     const std::string row_path = path_of(row);
-    for (const auto& [path, entry] : view_.nodes())
+    for (const auto& [path, entry] : screen().nodes())
         if ((path == row_path || path.starts_with(row_path + "/")) &&
             entry.shown.style->intent == "list:" + action)
             return click(std::string(path));
@@ -79,7 +79,7 @@ void AppDriver::advance(int milliseconds) {
 }
 
 bool AppDriver::shown(const std::string& node) const {
-    for (const auto& [path, entry] : view_.nodes())
+    for (const auto& [path, entry] : screen().nodes())
         if (is_named(path, node) && entry.shown.style->visible)
             return true;
     return false;
@@ -96,20 +96,21 @@ bool AppDriver::known(const std::string& node) const {
 }
 
 const Corvel::RenderNode& AppDriver::node(const std::string& node) const {
-    return view_.nodes().at(path_of(node)).shown;
+    return screen().nodes().at(path_of(node)).shown;
 }
 
 std::string AppDriver::text(const std::string& node) const {
     const std::string path = path_of(node);
     const auto editor = editors_.find(path);
     return editor != editors_.end() ? editor->second.content
-                                    : view_.nodes().at(path).shown.text.get();
+                                    : screen().nodes().at(path).shown.text.get();
 }
 
 std::string AppDriver::reading(const std::string& node) const {
     const std::string path = path_of(node);
     std::string words = text(path);
-    for (const std::string& child : view_.nodes().at(path).children)
+    const std::vector<std::string> children = screen().nodes().at(path).children;
+    for (const std::string& child : children)
         if (std::string below = shown(child) ? reading(child) : std::string(); !below.empty())
             words += (words.empty() ? "" : "|") + below;
     return words;
@@ -122,10 +123,14 @@ bool AppDriver::has_state(const std::string& node, const std::string& state) con
 std::string AppDriver::rows(const std::string& list) const {
     std::string names;
     const std::string list_path = path_of(list);
-    for (const std::string& path : view_.nodes().at(list_path).children)
+    for (const std::string& path : screen().nodes().at(list_path).children)
         if (!path.ends_with(":sep"))
             names += (names.empty() ? "" : " ") + path.substr(list_path.size() + 1);
     return names;
+}
+
+std::string AppDriver::chosen(const std::string& node) const {
+    return this->node(node).selected;
 }
 
 std::string AppDriver::options(const std::string& node) const {
@@ -158,7 +163,11 @@ void AppDriver::render() {
     for (const Corvel::RenderPatch& patch : patches)
         apply_to_editors(patch);
     EXPECT_EQ(view_.apply(patches), "");
-    for (const auto& [path, entry] : view_.nodes())
+    note_seen();
+}
+
+void AppDriver::note_seen() {
+    for (const auto& [path, entry] : screen().nodes())
         seen_.insert(path);
 }
 

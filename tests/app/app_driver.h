@@ -21,33 +21,37 @@ namespace TestSupport {
 class AppDriver {
 public:
     AppDriver();
+    virtual ~AppDriver() = default;
     AppDriver(const AppDriver&) = delete;
     AppDriver& operator=(const AppDriver&) = delete;
 
     /// Wires the application, as at a start with these files, and renders.
-    void start(const std::vector<std::filesystem::path>& files = {});
+    virtual void start(const std::vector<std::filesystem::path>& files = {});
     /// Opens a file from the home screen.
     void open(const std::filesystem::path& file);
 
-    void click(const std::string& node);
+    virtual void click(const std::string& node);
     /// Replaces the text of an editor on screen, as a user would.
-    void type(const std::string& node, const std::string& text);
-    void choose(const std::string& node, const std::string& value);
+    virtual void type(const std::string& node, const std::string& text);
+    virtual void choose(const std::string& node, const std::string& value);
     /// Clicks whatever carries the action below a row.
     void row_action(const std::string& row, const std::string& action);
-    void advance(int milliseconds);
+    virtual void advance(int milliseconds);
+    virtual void quit() {}
 
     bool shown(const std::string& node) const;
     /// Whether such a node has ever been on screen or been spoken of by the application.
     bool known(const std::string& node) const;
     /// What is to be read at a node that is on screen.
-    std::string text(const std::string& node) const;
+    virtual std::string text(const std::string& node) const;
     /// Every text at and below a node in reading order, joined by "|".
     std::string reading(const std::string& node) const;
     const Corvel::RenderNode& node(const std::string& node) const;
     bool has_state(const std::string& node, const std::string& state) const;
     /// Names of the rows below a list's node, joined by blanks.
     std::string rows(const std::string& list) const;
+    /// The value that a combo box shows.
+    virtual std::string chosen(const std::string& node) const;
     /// Labels of a combo box, joined by "|".
     std::string options(const std::string& node) const;
 
@@ -61,13 +65,19 @@ public:
     std::unique_ptr<Corvel::CorvelApp> app;
     FakePlatform platform;
 
+protected:
+    std::string path_of(const std::string& node) const;
+    /// What is on screen by now.
+    virtual const ModelView& screen() const { return view_; }
+    /// To be called when the screen may have changed.
+    virtual void render();
+    void note_seen();
+
 private:
     struct Editor {
         std::string content;
         std::string rendered;
     };
-    std::string path_of(const std::string& node) const;
-    void render();
     void apply_to_editors(const Corvel::RenderPatch& patch);
     void add_editors(const Corvel::RenderNode& node);
 

@@ -13,36 +13,10 @@
 #include <QTextEdit>
 #include <QWidget>
 
-#include <functional>
-
 namespace TestSupport {
 
-namespace {
-
-void settle() {
-    for (int round = 0; round < 3; ++round) {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-}
-
-/// The path of the first node that matches; empty if there is none.
-std::string find_node(const Corvel::RenderNode& node,
-                      const std::function<bool(const Corvel::RenderNode&)>& matches) {
-    if (matches(node))
-        return node.path;
-    for (const Corvel::RenderNode& child : node.children)
-        if (std::string found = find_node(child, matches); !found.empty())
-            return found;
-    return {};
-}
-
-} // namespace
-
 AppWindow::AppWindow()
-    : app(load_app())
-    , platform(*app)
-    , view(*app) {}
+    : view(*app) {}
 
 void AppWindow::start(const std::vector<std::filesystem::path>& files) {
     build_with_files(*app, files);
@@ -51,37 +25,18 @@ void AppWindow::start(const std::vector<std::filesystem::path>& files) {
     window->show();
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    settle();
-}
-
-void AppWindow::open(const std::filesystem::path& file) {
-    click("Right Tabs/App Tab");
-    platform.next_picks = {file.string()};
-    click("Home/Open Button");
-}
-
-std::string AppWindow::path_of(const std::string& node) const {
-    return find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
-        return ("/" + tried.path.get()).ends_with("/" + node);
-    });
+    render();
 }
 
 QWidget* AppWindow::widget(const std::string& node) const {
-    return view.widget_at(path_of(node));
+    return shown(node) ? view.widget_at(path_of(node)) : nullptr;
 }
 
 void AppWindow::click(const std::string& node) {
     QWidget* target = widget(node);
     ASSERT_NE(target, nullptr) << node;
     QTest::mouseClick(target, Qt::LeftButton);
-    settle();
-}
-
-void AppWindow::row_action(const std::string& row, const std::string& action) {
-    click(find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
-        return tried.style->intent == "list:" + action &&
-               ("/" + tried.path.get() + "/").find("/" + row + "/") != std::string::npos;
-    }));
+    render();
 }
 
 void AppWindow::type(const std::string& node, const std::string& text) {
@@ -95,24 +50,30 @@ void AppWindow::type(const std::string& node, const std::string& text) {
     if (text.empty())
         QTest::keyClick(field, Qt::Key_Delete);
     QTest::keyClicks(field, QString::fromStdString(text));
-    settle();
+    render();
 }
 
-QComboBox* AppWindow::combo(const std::string& node) const {
-    return qobject_cast<Corvel::ComboWidget*>(widget(node))->combo;
+void AppWindow::choose(const std::string& node, const std::string& value) {
+    QComboBox* box = qobject_cast<Corvel::ComboWidget*>(widget(node))->combo;
+    int index = 0;
+    for (const Corvel::ComboItem& item : this->node(node).items.get()) {
+        if (item.value == value)
+            box->setCurrentIndex(index);
+        ++index;
+    }
+    Q_EMIT box->activated(box->currentIndex());
+    render();
 }
 
-void AppWindow::choose(const std::string& node, int index) {
-    QComboBox* box = combo(node);
-    box->setCurrentIndex(index);
-    Q_EMIT box->activated(index);
-    settle();
+std::string AppWindow::chosen(const std::string& node) const {
+    const int index = qobject_cast<Corvel::ComboWidget*>(widget(node))->combo->currentIndex();
+    return this->node(node).items.get().at(static_cast<std::size_t>(index)).value;
 }
 
-std::string AppWindow::editor_text(const std::string& node) const {
+std::string AppWindow::text(const std::string& node) const {
     const auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(node));
     if (!editor)
-        return "(no editor)";
+        return this->node(node).text;
     return (editor->multiline ? editor->text_edit->toPlainText() : editor->line_edit->text())
         .toStdString();
 }
@@ -121,26 +82,22 @@ void AppWindow::advance(int milliseconds) {
     platform.advance(milliseconds);
     if (app->on_async_change)
         app->on_async_change();
-    settle();
+    render();
 }
 
-void AppWindow::confirm() {
-    click("Confirm Dialog/Body/Actions/Confirm Button");
+const ModelView& AppWindow::screen() const {
+    const Corvel::RenderNode tree = app->build_render_tree();
+    screen_ = ModelView();
+    EXPECT_EQ(screen_.apply({{Corvel::PatchKind::Add, tree.path, {}, 0, tree}}), "");
+    return screen_;
 }
 
-void AppWindow::cancel() {
-    click("Confirm Dialog/Body/Actions/Cancel Button");
-}
-
-std::string AppWindow::question() const {
-    std::string words;
-    find_node(app->build_render_tree(), [&](const Corvel::RenderNode& tried) {
-        const bool found = tried.path.get() == "App/Confirm Dialog/Body/Message";
-        if (found)
-            words = tried.text;
-        return found;
-    });
-    return words;
+void AppWindow::render() {
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    note_seen();
 }
 
 } // namespace TestSupport

@@ -52,12 +52,9 @@ struct RealBuilds : testing::Test {
     }
 
     bool log_ends_with(const std::string& words) {
-        return QTest::qWaitFor([&] { return ui.editor_text("Output Editor").ends_with(words); },
-                               30'000);
+        return QTest::qWaitFor([&] { return ui.text("Output Editor").ends_with(words); }, 30'000);
     }
-    bool enabled(const std::string& button) {
-        return !ui.app->has_state(ui.path_of(button), "Disabled");
-    }
+    bool enabled(const std::string& button) { return !ui.has_state(button, "Disabled"); }
 };
 
 TEST_F(RealBuilds, EndInTheLogAsTheyEnd) {
@@ -85,13 +82,13 @@ TEST_F(RealBuilds, EndInTheLogAsTheyEnd) {
         play(std::string("{\"site build\": ") + c.steps + "}");
         ui.click(SITE_BUILD);
         EXPECT_TRUE(log_ends_with(" ==="));
-        EXPECT_EQ(ui.editor_text("Output Editor"), c.log);
+        EXPECT_EQ(ui.text("Output Editor"), c.log);
         EXPECT_TRUE(enabled(SITE_BUILD));
     }
     const Variable no_path("PATH", "");
     ui.click(SITE_BUILD);
     EXPECT_TRUE(log_ends_with(FAILED));
-    EXPECT_EQ(ui.editor_text("Output Editor"),
+    EXPECT_EQ(ui.text("Output Editor"),
               "[Site] Error: lumenfold-cli did not run (expected beside this executable)." +
                   FAILED);
     EXPECT_TRUE(enabled(SITE_BUILD));
@@ -114,7 +111,7 @@ TEST_F(RealBuilds, ALongLogLeavesTheInterfaceAnswering) {
     ui.advance(0); // what came last is shown
     std::cout << "  the longest time without an answer: " << longest << " ms\n";
     EXPECT_LT(longest, LOOSELY);
-    const std::string log = ui.editor_text("Output Editor");
+    const std::string log = ui.text("Output Editor");
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 100'001);
     EXPECT_TRUE(log.ends_with("again" + DONE));
 }
@@ -132,12 +129,12 @@ TEST_F(RealBuilds, GoOnWhileAnotherConfigurationIsUp) {
     ui.click("Sidebar/Build Tab");
     EXPECT_FALSE(enabled("Build Panel/Build Button")) << "one build at a time";
     ASSERT_TRUE(QTest::qWaitFor([&] { return enabled("Build Panel/Build Button"); }, 20'000));
-    EXPECT_EQ(ui.editor_text("Output Editor"), "");
+    EXPECT_EQ(ui.text("Output Editor"), "");
     ui.click("Build Panel/Build Button");
     EXPECT_TRUE(log_ends_with("built" + DONE));
     ui.row_action("config-1", "activate");
     ui.click("Sidebar/Build Tab");
-    EXPECT_EQ(ui.editor_text("Output Editor"), "first\nlast" + DONE);
+    EXPECT_EQ(ui.text("Output Editor"), "first\nlast" + DONE);
 }
 
 } // namespace

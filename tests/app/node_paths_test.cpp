@@ -119,24 +119,5 @@ TEST(NodePaths, ResolveInTheStylesWithTheirKindAndLists) {
     EXPECT_EQ(ui.app->list_keys(), bound);
 }
 
-/// The road of one keystroke with nothing in between: a slot's clock, an event by its path, a file.
-TEST(NodePaths, AnEventByPathChangesOneLineOfTheFile) {
-    AppDriver ui;
-    const auto file = copy_example(ui.dir / "site");
-    std::string expected = read_file(file);
-    const std::string title = "\"title\": \"";
-    const std::size_t from = expected.find(title) + title.size();
-    expected.replace(from, expected.find("\",\n", from) - from, "Tide & \\\"Water\\\" 潮");
-    build_with_files(*ui.app, {file});
-    ui.app->render_patches();
-    ui.app->dispatch_event(CONFIGURATORS + "Site Configurator/Editor Panel/Panels/Website Panel/"
-                                           "Site Form/Title Field",
-                           "input:Tide & \"Water\" 潮");
-    ui.platform.advance(499);
-    EXPECT_NE(read_file(file), expected);
-    ui.platform.advance(1);
-    EXPECT_EQ(read_file(file), expected);
-}
-
 } // namespace
 } // namespace TestSupport
