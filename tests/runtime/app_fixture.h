@@ -41,6 +41,21 @@ inline const Corvel::RenderNode* find_node(const Corvel::RenderNode& tree,
     return nullptr;
 }
 
+/// "+path@index -path upath !path epath=text" for patches that add, remove, update, replace and set
+/// the text of an editor.
+inline std::string patches_text(const std::vector<Corvel::RenderPatch>& patches) {
+    std::string text;
+    for (const Corvel::RenderPatch& patch : patches) {
+        text += text.empty() ? "" : " ";
+        text += "+-u!e"[static_cast<int>(patch.kind)] + patch.path.get();
+        if (patch.kind == Corvel::PatchKind::Add)
+            text += "@" + std::to_string(patch.index);
+        if (patch.kind == Corvel::PatchKind::SetEditorText)
+            text += "=" + patch.node.text.get();
+    }
+    return text;
+}
+
 /// An application whose styles and themes are written by the test. Its root is "App".
 class TestApp {
 public:

@@ -7,7 +7,6 @@
 namespace Corvel {
 namespace {
 
-using TestSupport::TestApp;
 using TestSupport::theme_text;
 using TestSupport::write_file;
 
@@ -74,47 +73,6 @@ TEST_F(Assets, ApplicationBeatsMountsAndLinksReachEverywhere) {
     ASSERT_EQ(tree.children.size(), 1u);
     EXPECT_EQ(tree.children[0].text, "linked");
     EXPECT_EQ(tree.children[0].style->width, 1);
-}
-
-/// The attributes of the layer "Theme", each as its text.
-std::string theme_attributes(CorvelApp& app) {
-    std::string text;
-    for (const auto& entry : default_theme()) {
-        const Layers::AttributeValue& value =
-            app.engine().find_layer("Theme")->find_attribute(entry.first)->value();
-        if (const auto* string = std::get_if<std::string>(&value))
-            text += *string;
-        else if (const auto* number = std::get_if<double>(&value))
-            text += std::to_string(static_cast<int>(*number));
-        text += ' ';
-    }
-    return text;
-}
-
-TEST(ThemeSwitch, KeysThatAThemeLacksGetTheirDefaults) {
-    TestApp app("App\n", {theme_text("A", R"("Primary": "#aaa", "Gradient": ["0.25:#1", "3:#2"])"),
-                          theme_text("B", R"("Foreground": 5, "Tertiary": [1])")});
-    EXPECT_EQ(theme_attributes(app.app), "#e3e3e3 0 #1 3 #2 #aaa #2f3136 #25272b ");
-    EXPECT_TRUE(app->set_theme("B"));
-    EXPECT_EQ(theme_attributes(app.app), "5 0 #3a3c42 1 #42454d #36393f #2f3136  ");
-}
-
-TEST(ThemeSwitch, OnlyRealChangesAreWritten) {
-    TestApp app("App:\n Fill: Theme/Primary\n",
-                {theme_text("A", "\"Primary\": \"#a\""), theme_text("B", "\"Primary\": \"#b\""),
-                 theme_text("C", "")});
-    std::string log;
-    app->theme_write = [&](const std::string& name) { log += name + ";"; };
-    EXPECT_TRUE(app->set_theme("A")); // in force since the load
-    EXPECT_FALSE(app->set_theme("None"));
-    EXPECT_FALSE(app->remove_theme("None"));
-    EXPECT_TRUE(app->remove_theme("C"));
-    EXPECT_EQ(log, "");
-    EXPECT_TRUE(app->remove_theme(app->active_theme())); // moves on to the next
-    EXPECT_EQ(app->active_theme(), "B");
-    EXPECT_EQ(app.node("App").style->fill.text, "#b");
-    EXPECT_EQ(log, "B;");
-    EXPECT_FALSE(app->remove_theme("B")); // the last one stays
 }
 
 TEST(ThemeSwitch, NeedsNoLayerForThemes) {

@@ -1,5 +1,6 @@
-// Runs tests/runtime/cases/render.txt: the application's style file, then lines "> command path" or
-// "> command path = value". "tree" shows a node and what is below it.
+// Runs tests/runtime/cases: the application's style file, then lines "> command path" or
+// "> command path = value". "tree" shows a node and what is below it. A line "- ..." is not
+// followed by a render as the others are; for "+ ..." its patches are shown.
 
 #include "runtime/app_fixture.h"
 #include "support/case_file.h"
@@ -81,8 +82,31 @@ std::vector<ListEntry> rows_from(const std::string& text) {
     return rows;
 }
 
-using Command =
-    std::function<void(TestApp& app, const std::string& path, const std::string& value)>;
+/// An application that tells what its handlers hear.
+class Stage : public TestApp {
+public:
+    explicit Stage(const std::string& interface)
+        : TestApp(interface) {
+        app.on_any_row_click = row_teller("clicked");
+        app.on_select("App/C", [this](const std::string& value) { tell("chose " + value); });
+        app.theme_write = [this](const std::string& name) { tell("wrote " + name); };
+        app.scan_status_hook = [this](const std::string& path, const std::string& text) {
+            tell("status " + path + " " + text);
+        };
+    }
+
+    void tell(const std::string& line) { told += line + "\n"; }
+    void tell_change(bool changed) { tell(changed ? "changed" : "same"); }
+    CorvelApp::RowHandler row_teller(const std::string& word) {
+        return [this, word](const auto& key, const auto& item, const auto& action) {
+            tell(word + " " + key + "|" + item + "|" + action);
+        };
+    }
+
+    std::string told;
+};
+
+using Command = std::function<void(Stage& app, const std::string& path, const std::string& value)>;
 
 const std::map<std::string, Command> commands = {
     {"text", [](auto& app, auto& path, auto& value) { app->set_text(path, value); }},
@@ -116,28 +140,71 @@ const std::map<std::string, Command> commands = {
              app->add_theme_text(TestSupport::theme_text(name, members)).substr(0, name.size()),
              name);
      }},
-    {"theme", [](auto& app, auto& name, auto&) { EXPECT_TRUE(app->set_theme(name)); }},
+    {"theme",
+     [](auto& app, auto& name, auto&) { app.tell(app->set_theme(name) ? "taken" : "refused"); }},
+    {"remove-theme",
+     [](auto& app, auto& name, auto&) { app.tell(app->remove_theme(name) ? "taken" : "refused"); }},
     {"mobile-scales",
      [](auto& app, auto&, auto&) {
          app->mobile_icon_scale = 3;
          app->mobile_font_scale = 4;
          app->mobile_size_scale = 2;
      }},
-    {"viewport-width",
-     [](auto& app, auto& width, auto&) { app->set_viewport_width(std::stod(width)); }},
+    {"viewport-width", [](auto& app, auto& width,
+                          auto&) { app.tell_change(app->set_viewport_width(std::stod(width))); }},
     {"viewport-height",
-     [](auto& app, auto& height, auto&) { app->set_viewport_height(std::stod(height)); }},
+     [](auto& app, auto& height, auto&) {
+         app.tell_change(app->set_viewport_height(std::stod(height)));
+     }},
+    {"hide-controls",
+     [](auto& app, auto&, auto&) { app.tell_change(app->set_controls_hidden(true)); }},
+    {"scroll",
+     [](auto& app, auto& by, auto&) { app.tell_change(app->accumulate_scroll(std::stod(by))); }},
+    {"root", [](auto& app, auto& path, auto&) { app->set_root(path); }},
+    {"render", [](auto&, auto&, auto&) {}},
+    {"editor-text",
+     [](auto& app, auto& path, auto& value) { app->queue_editor_text(path, value); }},
+    {"list-keys",
+     [](auto& app, auto&, auto&) {
+         for (const std::string& key : app->list_keys())
+             app.tell(key);
+     }},
+    {"checked",
+     [](auto& app, auto& path, auto&) { app.tell(app->is_checked(path) ? "checked" : "not"); }},
+    {"input",
+     [](auto& app, auto& path, auto&) {
+         const std::string read = app->input_value(path); // which must not make it
+         app.tell(app->has_input_value(path) ? "'" + read + "'" : "none");
+     }},
+    {"set-input", [](auto& app, auto& path, auto& value) { app->set_input_value(path, value); }},
+    {"on-click",
+     [](auto& app, auto& path, auto&) {
+         app->on_click(path, [&app, path] {
+             app.tell("click " + path + (app->is_checked(path) ? " checked" : ""));
+         });
+     }},
+    {"on-scan",
+     [](auto& app, auto& path, auto&) {
+         app->on_scan(path, [&app](const std::string& text) { app.tell("scan " + text); });
+     }},
+    {"no-handlers",
+     [](auto& app, auto& path, auto&) {
+         app->on_click(path, nullptr);
+         app->on_scan(path, nullptr);
+         app->on_input(path, nullptr);
+     }},
+    {"on-row", [](auto& app, auto& key, auto&) { app->on_row_click(key, app.row_teller("own")); }},
+    {"off-row", [](auto& app, auto& key, auto&) { app->on_row_click(key, nullptr); }},
+    {"on-any-row",
+     [](auto& app, auto&, auto&) { app->on_any_row_click = app.row_teller("clicked"); }},
+    {"off-any-row", [](auto& app, auto&, auto&) { app->on_any_row_click = nullptr; }},
     {"click", [](auto& app, auto& path, auto&) { app->dispatch_event(path, "click"); }},
 };
 
 std::string run(const std::string& input) {
-    const std::size_t script = input.find("\n> ") + 1;
-    TestApp app(input.substr(0, script));
-    std::string output;
-    app->on_any_row_click = [&](const auto& key, const auto& item, const auto& action) {
-        output += "clicked " + key + "|" + item + "|" + action + "\n";
-    };
-    app->on_select("App/C", [&](const std::string& value) { output += "chose " + value + "\n"; });
+    const std::size_t script =
+        std::min({input.find("\n> "), input.find("\n- "), input.find("\n+ ")}) + 1;
+    Stage app(input.substr(0, script));
     std::istringstream lines(input.substr(script));
     for (std::string line; std::getline(lines, line);) {
         const std::string command = line.substr(2, line.find(' ', 2) - 2);
@@ -146,16 +213,23 @@ std::string run(const std::string& input) {
         const std::string path = rest.substr(0, equals);
         const std::string value = rest.substr(std::min(equals + 3, rest.size()));
         if (command == "tree")
-            output += show(app.node(path));
+            app.told += show(app.node(path));
         else
             commands.at(command)(app, path, value);
-        app->render_patches(); // so that each command meets what earlier renders remember
+        if (line[0] == '+')
+            app.tell("patches: " + TestSupport::patches_text(app->render_patches()));
+        else if (line[0] == '>')
+            app->render_patches(); // so that each command meets what earlier renders remember
     }
-    return output;
+    return app.told;
 }
 
 TEST(Render, ShowsWhatTheStateSays) {
     TestSupport::expect_cases("tests/runtime/cases/render.txt", run);
+}
+
+TEST(Render, FollowsTheEvents) {
+    TestSupport::expect_cases("tests/runtime/cases/events.txt", run);
 }
 
 } // namespace

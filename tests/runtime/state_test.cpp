@@ -24,21 +24,6 @@ TEST(Nodes, OfAnyDepthAreLimited) {
     EXPECT_EQ(depth, MAX_RENDER_DEPTH);
 }
 
-TEST(Nodes, TheRootCanChange) {
-    TestApp app("App:\n A << Corvel/Text\nOther:\n A << Corvel/Icon\n B << Corvel/Box\n");
-    app->render_patches();
-    app->set_root("Other");
-    const auto patches = app->render_patches();
-    ASSERT_EQ(patches.size(), 2u); // the roots themselves look the same
-    EXPECT_EQ(patches[0].kind, PatchKind::Replace);
-    EXPECT_EQ(patches[0].path, "Other/A");
-    EXPECT_EQ(patches[0].parent_path, "Other");
-    EXPECT_EQ(patches[1].kind, PatchKind::Add);
-    app->set_root("Nowhere");
-    app->render_patches();
-    EXPECT_TRUE(app->render_patches().empty());
-}
-
 TEST(State, StatesMadeUpWithoutEndAreForgotten) {
     TestApp app("App:\n Size.Width: 0 @S7: 7\n");
     for (int i = 0; i < 10000; ++i) {
@@ -48,29 +33,6 @@ TEST(State, StatesMadeUpWithoutEndAreForgotten) {
     }
     app->add_state("App", "S7");
     EXPECT_EQ(app.node("App").style->width, 7);
-}
-
-TEST(State, EditorTextsFollowThePatchesInOrderAndOnce) {
-    TestApp app("App:\n E << Corvel/Editor\n");
-    app->queue_editor_text("App/E", "early");
-    app->render_patches();
-    app->queue_editor_text("App/E", "one");
-    app->queue_editor_text("App/Missing", "two");
-    app->set_text("App/E", "text");
-    const auto patches = app->render_patches();
-    ASSERT_EQ(patches.size(), 3u);
-    EXPECT_EQ(patches[0].kind, PatchKind::Update);
-    EXPECT_EQ(patches[1].kind, PatchKind::SetEditorText);
-    EXPECT_EQ(patches[1].node.text, "one");
-    EXPECT_EQ(patches[2].path, "App/Missing");
-    EXPECT_TRUE(app->render_patches().empty());
-}
-
-TEST(State, AListThatIsOnlyShownHasNoKey) {
-    TestApp app("App:\n Bind: \"List:shown\"\n Row\n");
-    app->render_patches();
-    app->set_rows("filled", {});
-    EXPECT_EQ(app->list_keys(), std::set<std::string>{"filled"});
 }
 
 TEST(State, OfTheStoreIsAbsentWhenEmpty) {
@@ -88,42 +50,54 @@ TEST(State, OfTheStoreIsAbsentWhenEmpty) {
     EXPECT_EQ(log, Log({"k=v/v", "k=/", "never=/"}));
 }
 
-TEST(Viewport, LeavingNarrowShowsTheControls) {
-    TestApp app("App:\n Size.Width: 0 @ControlsHidden: 5\n");
-    EXPECT_FALSE(app->set_viewport_width(901)); // as at the start
-    EXPECT_TRUE(app->set_controls_hidden(true));
-    EXPECT_FALSE(app->set_controls_hidden(true));
-    EXPECT_FALSE(app->set_viewport_width(950)); // a width of the same state leaves them hidden
-    EXPECT_EQ(app.node("App").style->width, 5);
-    EXPECT_TRUE(app->set_viewport_width(900));
-    EXPECT_EQ(app.node("App").style->width, 0);
-}
-
-TEST(Viewport, ScrollingAddsUpOnNarrowWindows) {
+TEST(Events, AListenerReadsTheRowsThatItWasToldOf) {
     CorvelApp app;
-    EXPECT_FALSE(app.accumulate_scroll(1000));
-    app.set_viewport_width(500);
-    EXPECT_FALSE(app.accumulate_scroll(30)); // exactly the threshold
-    EXPECT_TRUE(app.accumulate_scroll(0.5)); // hides, starts from zero
-    EXPECT_FALSE(app.accumulate_scroll(31)); // hidden already, zeroed all the same
-    EXPECT_FALSE(app.accumulate_scroll(-30));
-    EXPECT_TRUE(app.accumulate_scroll(-1));
-    EXPECT_FALSE(app.accumulate_scroll(20));
-    app.set_viewport_width(1000); // forgets the distance
-    app.set_viewport_width(500);
-    EXPECT_FALSE(app.accumulate_scroll(20));
+    Log log;
+    app.on_rows("l", [&](const std::vector<ListEntry>& rows) {
+        if (rows.size() == 2)
+            app.set_rows("l", {{"only", {}}});
+        for (const ListEntry& row : rows)
+            log.push_back(row.id);
+    });
+    app.set_rows("l", {{"a", {}}, {"b", {}}});
+    app.set_rows("other", {{"c", {}}});
+    EXPECT_EQ(log, Log({"only", "a", "b"}));
 }
 
-TEST(Viewport, HeightsMatterToNodesThatAskForThem) {
-    TestApp app("App:\n Part:\n  Size.Height Viewport: 0.5\n"
-                " Gone:\n  Visible: 0 @On: 1\n  Size.Height Viewport: 1\n");
-    EXPECT_FALSE(app->set_viewport_height(300)); // no tree yet
+TEST(Events, PickWithoutAPickerIsCancelled) {
+    CorvelApp app;
+    Log log;
+    const auto note = [&](const std::string& path) { log.push_back("[" + path + "]"); };
+    app.pick_file({}, note);
+    app.pick_file({}, nullptr);
+    app.file_pick = [](const PickRequest& request, CorvelApp::TextHandler done) {
+        done(request.title);
+    };
+    app.pick_file({"", "title", "", "", false}, note);
+    EXPECT_EQ(log, Log({"[]", "[title]"}));
+}
+
+TEST(Events, HandlersMayReplaceThemselvesAndRender) {
+    TestApp app("App:\n Plain << Corvel/Button\n List:\n  Bind: \"List:l\"\n"
+                "  Row << Corvel/Button:\n   Intent: \"list:open\"\n");
+    app->set_rows("l", {{"r", {}}});
     app->render_patches();
-    EXPECT_TRUE(app->set_viewport_height(300.6));
-    EXPECT_FALSE(app->set_viewport_height(301.4));
-    app->set_visible("App/Part", false);
-    app->render_patches();
-    EXPECT_FALSE(app->set_viewport_height(500)); // the node left out does not count
+    const auto words = std::make_shared<std::string>("alive");
+    std::string after;
+    app->on_click("App/Plain", [&app, &after, words] {
+        app->on_click("App/Plain", nullptr);
+        after = *words;
+    });
+    app->dispatch_event("App/Plain", "click");
+    EXPECT_EQ(after, "alive");
+    app->on_row_click("l", [&app, &after, words](const auto& key, const auto& item, const auto&) {
+        app->set_rows("l", {});
+        app->render_patches();
+        app->on_row_click("l", nullptr);
+        after = key + item + *words;
+    });
+    app->dispatch_event("App/List/r", "click");
+    EXPECT_EQ(after, "lralive");
 }
 
 } // namespace
