@@ -1,7 +1,5 @@
-#include "runtime/app_fixture.h"
 #include "runtime/settings/theme_sources.h"
-
-#include <gtest/gtest.h>
+#include "support/app_story.h"
 
 #include <chrono>
 
@@ -12,11 +10,57 @@ using Names = std::vector<std::string>;
 using TestSupport::theme_text;
 using TestSupport::write_file;
 
-/// An application at its start with the directories that an earlier run has stored.
-struct SettingsRun {
-    explicit SettingsRun(const Names& directories = {}, const std::string& environment = "")
-        : stored(directories) {
+/// A list of names, each followed by a semicolon.
+std::string joined(const Names& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text += name + ";";
+    return text;
+}
+
+/// An application, from its start on with the directories that an earlier run has stored.
+class ThemeSourcesStory : public TestSupport::AppStory {
+public:
+    ThemeSourcesStory()
+        : AppStory("App:\n Cards:\n  Bind: \"ThemeList\"\n  Card << Corvel/Button\n") {
+        verbs["theme"] = act([this](auto& what) { // a file, the name and the members of its theme
+            std::istringstream words(what);
+            std::string file, name, members;
+            std::getline(words >> file >> name >> std::ws, members);
+            write_file(dir / file, theme_text(name, members));
+        });
+        verbs["write"] = act([this](auto& file) { write_file(dir / file, "{"); });
+        verbs["start"] = act([this](auto& what) { // stored directories
+            std::istringstream words(what);
+            for (std::string name; words >> name;)
+                stored.push_back(name);
+            start();
+        });
+        verbs["environment"] = act([this](auto& name) { environment = name; });
+        verbs["add"] = act([this](auto& name) { add(name); });
+        verbs["remove"] = act([this](auto& name) { remove(name); });
+        verbs["row"] = act([this](auto& what) { // a list and an action
+            const std::size_t blank = what.find(' ');
+            app->on_any_row_click(what.substr(0, blank), "", what.substr(blank + 1));
+        });
+        verbs["select"] = [this](auto& name) { return yes(app->set_theme(name)); };
+        verbs["active"] = [this](auto&) { return app->active_theme(); };
+        verbs["chosen"] = [this](auto&) { return joined(chosen); };
+        verbs["stored"] = [this](auto&) { return joined(stored); };
+        verbs["writes"] = [this](auto&) { return std::to_string(writes); };
+        verbs["themes"] = [this](auto&) { return themes(); };
+        verbs["rows"] = [this](auto&) {
+            Names labels;
+            for (const ListEntry& row : rows)
+                labels.push_back(row.id + "=" + row.fields.at("label"));
+            return joined(labels);
+        };
+        verbs["fill"] = [this](auto& path) { return app.node(path).style->fill.text; };
+    }
+
+    void start() {
         app->on_rows("themeSources", [this](const std::vector<ListEntry>& now) { rows = now; });
+        app->theme_write = [this](const std::string& name) { chosen.push_back(name); };
         ThemeSourceServices services;
         services.read_directories = [this] { return stored; };
         services.write_directories = [this](const Names& names) { stored = names, ++writes; };
@@ -24,7 +68,6 @@ struct SettingsRun {
         services.environment_directory = environment;
         install_theme_sources(app.app, std::move(services));
     }
-
     void add(const std::string& directory) {
         choice = directory;
         app->on_any_row_click("themeSources", "", "add");
@@ -34,97 +77,29 @@ struct SettingsRun {
     }
     /// The names on the theme cards.
     std::string themes() { return app.children("App/Cards"); }
-    std::string labels() const {
-        std::string texts;
-        for (const ListEntry& row : rows)
-            texts += row.fields.at("label") + ";";
-        return texts;
-    }
 
-    TestSupport::TestApp app{"App:\n Cards:\n  Bind: \"ThemeList\"\n  Card << Corvel/Button\n"};
     Names stored;
+    Names chosen;
     int writes = 0;
+    std::string environment;
     std::string choice;
     std::vector<ListEntry> rows;
 };
 
-class ThemeSourcesTest : public testing::Test {
-protected:
-    ThemeSourcesTest() {
-        write_file(folder / "one/a.json", theme_text("A", ""));
-        write_file(folder / "one/deep/er/b.json", theme_text("B", ""));
-        write_file(folder / "one/broken.json", "{");
-        write_file(folder / "one/c.JSON", theme_text("C", ""));
-        write_file(folder / "two/d.json", theme_text("D", ""));
-        write_file(folder / "three/p.json", theme_text("Plain", R"("Primary": "#123456")"));
-    }
-
-    TestSupport::TempDir folder;
-    const std::string one = (folder / "one").string();
-    const std::string two = (folder / "two").string();
-    const std::string three = (folder / "three").string();
-    const std::string missing = (folder / "missing").string();
-};
-
-TEST_F(ThemeSourcesTest, RestoresStoredDirectoriesWithAllBelow) {
-    SettingsRun run({one, missing});
-    EXPECT_EQ(run.themes(), "A;B;Plain;");
-    EXPECT_EQ(run.labels(), "missing;one;");
-    EXPECT_EQ(run.rows.at(1).id, "dir:" + one);
-    EXPECT_EQ(run.stored, (Names{missing, one}));
+TEST(ThemeSources, GoAsTold) {
+    TestSupport::play_stories<ThemeSourcesStory>("tests/settings/cases/theme_sources.txt");
 }
 
-TEST_F(ThemeSourcesTest, ShowsTheEnvironmentsDirectoryButNeverStoresIt) {
-    SettingsRun run({one}, two);
-    EXPECT_EQ(run.labels(), "one;two;");
-    EXPECT_EQ(run.themes(), "A;B;D;Plain;");
-    run.add(missing);
-    EXPECT_EQ(run.stored, (Names{missing, one}));
-    run.remove(two);
-    EXPECT_EQ(run.themes(), "A;B;Plain;");
-    EXPECT_EQ(run.labels(), "missing;one;");
-}
-
-TEST_F(ThemeSourcesTest, ADirectoryIsAddedOnceAndACancelledChoiceNever) {
-    SettingsRun run;
-    run.add("");
-    EXPECT_EQ(run.writes, 0);
-    run.add(two);
-    run.add(two);
-    run.app->on_any_row_click("otherList", "", "add");
-    run.app->on_any_row_click("themeSources", "", "open");
-    run.remove("/unknown");
-    EXPECT_EQ(run.writes, 1);
-    EXPECT_EQ(run.themes(), "D;Plain;");
-    run.add(two + "/"); // another spelling is another source
-    EXPECT_EQ(run.labels(), "two;" + two + "/;");
-}
-
-TEST_F(ThemeSourcesTest, TheActiveThemeMayComeAndGo) {
-    SettingsRun run({one});
-    Names chosen;
-    run.app->theme_write = [&](const std::string& name) { chosen.push_back(name); };
-    ASSERT_TRUE(run.app->set_theme("B"));
-    run.remove(one);
-    EXPECT_EQ(run.app->active_theme(), "Plain");
-    EXPECT_EQ(chosen, (Names{"B", "Plain"}));
-    EXPECT_EQ(run.stored, Names{});
-    EXPECT_TRUE(run.rows.empty());
-    run.add(three); // another text for the theme in force
-    EXPECT_EQ(run.app.node("App/Cards/Plain").style->fill.text, "#123456");
-    run.remove(three);
-    EXPECT_EQ(run.themes(), "Plain;"); // the last theme stays
-}
-
-TEST_F(ThemeSourcesTest, WorksWithoutServices) {
+TEST(ThemeSources, WorkWithoutServices) {
     TestSupport::TestApp app{"App\n"};
     install_theme_sources(app.app, {});
     app->on_any_row_click("themeSources", "", "add");
     EXPECT_EQ(app->themes().size(), 1u);
 }
 
-TEST_F(ThemeSourcesTest, HundredsOfThemesAreAddedSelectedRemovedAndRestored) {
-    const std::string many = (folder / "many").string();
+TEST(ThemeSources, HundredsOfThemesAreAddedSelectedRemovedAndRestored) {
+    ThemeSourcesStory run;
+    const std::string many = (run.dir / "many").string();
     for (int i = 0; i < 300; ++i) {
         const std::string number = std::to_string(1000 + i);
         const std::string file = many + "/" + number.substr(0, 3) + "/" + number + ".json";
@@ -132,7 +107,7 @@ TEST_F(ThemeSourcesTest, HundredsOfThemesAreAddedSelectedRemovedAndRestored) {
                              ? "{\"T\": "
                              : theme_text("T" + number, R"("Primary": "#)" + number + "\""));
     }
-    SettingsRun run;
+    run.start();
     const auto start = std::chrono::steady_clock::now();
     run.add(many);
     const auto spent = std::chrono::steady_clock::now() - start;
@@ -148,13 +123,15 @@ TEST_F(ThemeSourcesTest, HundredsOfThemesAreAddedSelectedRemovedAndRestored) {
     EXPECT_EQ(run.app.node("App/Cards/T1299").style->fill.text, "#1299");
     EXPECT_EQ(run.app.node("App/Cards/T1123").style->fill.text, "#1123");
 
-    SettingsRun next(run.stored);
+    ThemeSourcesStory next;
+    next.stored = run.stored;
+    next.start();
     EXPECT_EQ(next.themes(), run.themes());
     EXPECT_TRUE(next.app->set_theme("T1299"));
     run.remove(many);
     EXPECT_EQ(run.themes(), "Plain;");
     EXPECT_EQ(run.app->active_theme(), "Plain");
-    EXPECT_EQ(SettingsRun(run.stored).themes(), "Plain;");
+    EXPECT_EQ(run.stored, Names{});
 }
 
 } // namespace
