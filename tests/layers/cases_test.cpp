@@ -7,6 +7,7 @@
 
 #include <array>
 #include <iomanip>
+#include <iterator>
 
 namespace Layers {
 namespace {
@@ -44,27 +45,61 @@ std::string tokens_of(const std::string& text) {
     return escaped(shown + "\n" + lines_of(lexer.diagnostics()));
 }
 
-/// Diagnostics, log and tree of style files parted by "---". If lines "> path @State State" end
-/// the input, the tree is linked, and the values asked for stand in its place.
+/// The value of an attribute under states, asked for as "path @State State".
+std::string asked(StyleTree& tree, const std::string& question) {
+    const std::size_t end = std::min(question.find(" @"), question.size());
+    std::istringstream words(question.substr(std::min(end + 2, question.size())));
+    return tree.value(question.substr(0, end), {std::istream_iterator<std::string>(words), {}});
+}
+
+/// Does "verb path rest" to a linked tree and tells what it gives.
+std::string done(StyleTree& tree, const std::string& command, std::string& heard) {
+    std::istringstream words(command);
+    std::string verb;
+    std::string path;
+    std::string rest;
+    std::getline(words >> verb >> path >> std::ws, rest);
+    if (verb == "load") { // one line of a file
+        const std::string diagnostics = tree.load(path + " " + rest + "\n");
+        tree.link();
+        return diagnostics;
+    }
+    if (verb == "show")
+        return show(tree.layer(path));
+    LAttribute& attribute = tree.attribute(path);
+    const std::uint64_t revision = style_revision();
+    if (verb == "watch") {
+        attribute.value_changed().connect([&heard, path] { heard += path + " has changed\n"; });
+        attribute.link_changed().connect([&heard, path] { heard += path + " is relinked\n"; });
+    } else if (verb == "set") {
+        attribute.set_value(std::stod(rest));
+    } else if (verb == "unlink") {
+        attribute.clear_link(false);
+    } else if (verb == "link") {
+        return attribute.set_link(rest) ? "" : "not linked\n";
+    } else {
+        ADD_FAILURE() << "no such verb: " << verb;
+    }
+    return verb == "set" && style_revision() == revision ? "no new revision\n" : "";
+}
+
+/// Diagnostics, log and tree of style files parted by "---". If lines "> path @State State" or
+/// "! verb path ..." end the input, the tree is linked, and what they give stands in its place.
 std::string tree_of(const std::string& input) {
+    std::string heard;
     LogCapture log;
     StyleTree tree;
-    const std::size_t questions = std::min(input.find("\n> "), input.size() - 1) + 1;
-    const std::string diagnostics = tree.load(input.substr(0, questions));
-    if (questions == input.size())
+    const std::size_t script =
+        std::min({input.find("\n> "), input.find("\n! "), input.size() - 1}) + 1;
+    const std::string diagnostics = tree.load(input.substr(0, script));
+    if (script == input.size())
         return diagnostics + log.take() + show(tree.root);
     tree.link();
-    std::string values;
-    std::istringstream lines(input.substr(questions));
-    for (std::string line; std::getline(lines, line);) {
-        const std::size_t end = std::min(line.find(" @"), line.size());
-        std::istringstream words(line.substr(std::min(end + 2, line.size())));
-        std::vector<std::string> states;
-        for (std::string state; words >> state;)
-            states.push_back(state);
-        values += tree.value(line.substr(2, end - 2), states) + "\n";
-    }
-    return diagnostics + log.take() + values;
+    std::istringstream lines(input.substr(script));
+    for (std::string line; std::getline(lines, line);)
+        heard.append(line[0] == '>' ? asked(tree, line.substr(2)) + "\n"
+                                    : done(tree, line.substr(2), heard));
+    return diagnostics + log.take() + heard;
 }
 
 TEST(LayerCases, Tokens) {
@@ -85,6 +120,10 @@ TEST(LayerCases, Inheritance) {
 
 TEST(LayerCases, Values) {
     expect_cases("tests/layers/cases/values.txt", tree_of);
+}
+
+TEST(LayerCases, Changes) {
+    expect_cases("tests/layers/cases/changes.txt", tree_of);
 }
 
 TEST(Numbers, TooLargeToRepresent) {
