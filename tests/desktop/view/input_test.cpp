@@ -1,59 +1,17 @@
 #include "view_fixture.h"
 
 #include <QComboBox>
+#include <QTextEdit>
 
 namespace ViewTest {
 namespace {
 
 class ViewInput : public ViewFixture {
 protected:
-    RenderNode button(const std::string& name, const std::string& intent = {}) {
-        return node(NodeKind::Button, name, {.width = 40, .height = 40, .intent = intent});
+    RenderNode button(const std::string& name) {
+        return node(NodeKind::Button, name, {.width = 40, .height = 40});
     }
 };
-
-TEST_F(ViewInput, AnyPressOnAButtonClicksItAndOnlyButtonsClick) {
-    std::vector<std::string> clicks;
-    for (const char* path : {"App/Go", "App/Tick", "App/Box"})
-        app.on_click(path, [&clicks, path] { clicks.push_back(path); });
-    const NodeStyle small{.width = 10, .height = 10};
-    RenderNode go = button("Go");
-    go.children = {node(NodeKind::Icon, "Icon", small), text("Words", "w")};
-    show(box("App", {.intent = "window:close"},
-             {go, node(NodeKind::CheckBox, "Tick", small), box("Box", small)}));
-    const std::pair<const char*, Qt::MouseButton> presses[] = {{"App/Go", Qt::RightButton},
-                                                               {"App/Go/Icon", Qt::LeftButton},
-                                                               {"App/Go/Words", Qt::MiddleButton},
-                                                               {"App/Tick", Qt::LeftButton},
-                                                               {"App/Box", Qt::LeftButton}};
-    for (const auto& [path, which] : presses)
-        QTest::mouseClick(window->windowHandle(), which, {}, place(path).center());
-    EXPECT_EQ(clicks, (std::vector<std::string>{"App/Go", "App/Go", "App/Go", "App/Tick"}));
-    EXPECT_TRUE(window->isVisible());
-}
-
-TEST_F(ViewInput, WindowIntentsActOnTheWindowAndTellNobody) {
-    bool told = false;
-    std::vector<RenderNode> buttons;
-    for (const char* intent :
-         {"window:maximize", "window:minimize", "window:close", "window:sing"}) {
-        app.on_click(std::string("App/") + intent, [&] { told = true; });
-        buttons.push_back(button(intent, intent));
-    }
-    show(box("App", {}, buttons));
-    press("App/window:maximize");
-    EXPECT_TRUE(window->isMaximized());
-    EXPECT_FALSE(app.set_maximized(true)) << "the application knows";
-    press("App/window:maximize");
-    EXPECT_FALSE(window->isMaximized());
-    press("App/window:sing");
-    EXPECT_TRUE(window->isVisible());
-    press("App/window:minimize");
-    EXPECT_TRUE(window->isMinimized());
-    press("App/window:close");
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_FALSE(told);
-}
 
 TEST_F(ViewInput, ThePointerShowsWhatAPressWouldDo) {
     show(box("App", {.layout_align = "Stretch", .intent = "window:resize"},
@@ -135,20 +93,15 @@ TEST_F(ViewInput, RequestsOfOneTurnCostOneRender) {
     EXPECT_EQ(calls.count, 1);
 }
 
-TEST_F(ViewInput, TabGoesThroughTheFieldsInReadingOrder) {
-    show(box("App", {},
-             {editor("Last"),
-              box("Row", {.layout_direction = "Row-Reverse"}, {editor("Right"), editor("Left")})}));
-    apply({add("App", box("Top", {}, {editor("First")}), 0),
-           replace("App/Row", editor("Left")), // first in the row, and so at its right end
-           update("App", editor("Last", "", {.margin_left = 4}))});
-    line("App/Top/First")->setFocus();
-    std::vector<std::string> order;
-    for (int field = 0; field < 4; ++field) {
-        order.push_back(window->focusWidget()->parentWidget()->objectName().toStdString());
-        QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(order, (std::vector<std::string>{"First", "Last", "Right", "Left"}));
+TEST_F(ViewInput, AVeryLongTextIsKeptWholeAlsoWhereItGetsManyLines) {
+    const std::string words(40000, 'x');
+    show(box("App", {}, {editor("Field", words)}));
+    line("App/Field")->end(false);
+    QTest::keyClick(line("App/Field"), Qt::Key_Y);
+    EXPECT_EQ(app.input_value("App/Field"), words + "y");
+    apply({update("App", editor("Field", words, {.multiline = true}))});
+    EXPECT_EQ(widget<EditorWidget>("App/Field")->text_edit->toPlainText().toStdString(),
+              words + "y");
 }
 
 } // namespace

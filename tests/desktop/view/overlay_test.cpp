@@ -1,7 +1,6 @@
 #include "view_fixture.h"
 
 #include <QApplication>
-#include <QGraphicsOpacityEffect>
 #include <QPointer>
 #include <QVariantAnimation>
 
@@ -33,46 +32,8 @@ protected:
         show(box("App", {}, {host(200, std::move(children))}));
     }
     DNode& bar_record() { return record("App/Host/Bar"); }
-    QRect bar_place() { return bar_record().outer->geometry(); }
     int bottom_margin() { return record("App/Host").layout->contentsMargins().bottom(); }
-    /// Waits for the end of a slide.
-    bool still(const std::string& path) {
-        return QTest::qWaitFor([&] { return !record(path).overlay_animating; });
-    }
 };
-
-TEST_F(ViewOverlays, APinnedBarReservesWhatItShowsAndABottomSheetStays) {
-    const struct {
-        const char* overlay;
-        int margins[3]; ///< at the bottom of the host while the bar is shown, half hidden, hidden
-        double after;   ///< where an update to hidden leads
-    } cases[] = {{"PinnedBottom", {47, 27, 7}, 1},
-                 {"ModalSheet", {7, 7, 7}, 1},
-                 {"BottomSheet", {7, 7, 7}, 0}};
-    for (const auto& [overlay, margins, after] : cases) {
-        SCOPED_TRACE(overlay);
-        for (const int half : {0, 1, 2}) {
-            show_host({text("Words", "w"), bar(overlay, 0.5 * half)});
-            EXPECT_EQ(bottom_margin(), margins[half]);
-            EXPECT_EQ(bar_place(), QRect(2, 158 + 20 * half, 296, 40));
-            EXPECT_EQ(bar_record().bar_effect->opacity(), 1 - 0.5 * half);
-            EXPECT_EQ(bar_record().bar_effect->isEnabled(), half > 0);
-            EXPECT_EQ(bar_record().outer->isVisible(), half < 2);
-            EXPECT_EQ(laid_out("App/Host"), std::vector<std::string>{"Words"});
-        }
-        // Updates of the host, and new sizes, leave the room reserved.
-        show_host({bar(overlay, 0)});
-        apply({update("App", host(250))});
-        EXPECT_EQ(bottom_margin(), margins[0]);
-        EXPECT_EQ(bar_place().bottom(), 247);
-        apply({update("App/Host", bar(overlay, 1))});
-        EXPECT_TRUE(bar_record().outer->isVisible());
-        ASSERT_TRUE(still("App/Host/Bar"));
-        EXPECT_EQ(bar_record().bar_position, after);
-        EXPECT_EQ(bar_record().outer->isVisible(), after < 1);
-        EXPECT_EQ(bottom_margin(), 7);
-    }
-}
 
 TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
     show_host({bar("PinnedBottom", 0)});
@@ -94,30 +55,6 @@ TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
     EXPECT_EQ(bar_record().overlay_animation, slide);
     ASSERT_TRUE(still("App/Host/Bar"));
     EXPECT_EQ(bar_record().bar_position, 1);
-}
-
-TEST_F(ViewOverlays, ABarThatEndsOrSettlesInMidSlideIsSound) {
-    show_host({text("A", "a"), text("B", "b"), bar("PinnedBottom", 1)});
-    apply({update("App/Host", bar("PinnedBottom", 0))});
-    QTest::qWait(40);
-    apply({removal("App/Host/Bar"), add("App/Host", bar("PinnedBottom", 1), 2)});
-    QTest::qWait(250);
-    EXPECT_EQ(bar_record().bar_position, 1);
-    EXPECT_EQ(bottom_margin(), 7);
-
-    // Without its overlay it returns to the layout, at the top.
-    apply({update("App/Host", bar("PinnedBottom", 0))});
-    QTest::qWait(40);
-    apply({update("App/Host", bar("", 0))});
-    QTest::qWait(250);
-    EXPECT_EQ(laid_out("App/Host"), (std::vector<std::string>{"Bar", "A", "B"}));
-    EXPECT_EQ(bottom_margin(), 7);
-    EXPECT_EQ(bar_record().outer->graphicsEffect(), nullptr);
-    EXPECT_TRUE(bar_record().outer->isVisible());
-
-    // The index of a later child is counted without the floating one.
-    apply({update("App/Host", bar("PinnedBottom", 0)), add("App/Host", text("C", "c"), 3)});
-    EXPECT_EQ(laid_out("App/Host"), (std::vector<std::string>{"A", "B", "C"}));
 }
 
 TEST_F(ViewOverlays, ASidePanelSlidesOverAScrimThatIsItsClick) {

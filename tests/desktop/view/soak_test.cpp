@@ -213,11 +213,6 @@ protected:
                                          dnode.inset_bottom + dnode.reserved_bottom);
     }
 
-    static long windows() {
-        const QWidgetList all = QApplication::topLevelWidgets();
-        return std::count_if(all.begin(), all.end(), [](QWidget* top) { return top->isVisible(); });
-    }
-
     RandomTree random;
     RenderNode tree = at("", box("App"));
     int applied = 0;

@@ -11,12 +11,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -141,6 +143,16 @@ protected:
                 names.push_back(dnode ? dnode->widget->objectName().toStdString() : "(caption)");
             }
         return names;
+    }
+
+    /// Waits for the end of a fold or slide.
+    bool still(const std::string& path) {
+        return QTest::qWaitFor(
+            [&] { return !record(path).overlay_animating && !record(path).collapse_animation; });
+    }
+    static long windows() {
+        const QWidgetList all = QApplication::topLevelWidgets();
+        return std::count_if(all.begin(), all.end(), [](QWidget* top) { return top->isVisible(); });
     }
 
     CorvelApp app;
