@@ -12,11 +12,16 @@
 
 namespace TestSupport {
 
-/// Characters that would not be seen in a file of cases stand there as their pictures; ␄ at the
-/// end of a text takes the line end with it.
+/// Characters that would not be seen in a file of cases stand there as their pictures, a byte order
+/// mark as [BOM]; ␄ at the end of a text takes the line end with it.
 inline std::string without_pictures(std::string text) {
-    static const std::array<std::pair<std::string, std::string>, 5> pictures{
-        {{"␄\n", ""}, {"␉", "\t"}, {"␍", "\r"}, {"␀", std::string(1, '\0')}, {"␠", " "}}};
+    static const std::array<std::pair<std::string, std::string>, 6> pictures{
+        {{"␄\n", ""},
+         {"␉", "\t"},
+         {"␍", "\r"},
+         {"␀", std::string(1, '\0')},
+         {"␠", " "},
+         {"[BOM]", "\xEF\xBB\xBF"}}};
     for (const auto& [picture, meaning] : pictures)
         for (std::size_t at = 0; (at = text.find(picture, at)) != std::string::npos;
              at += meaning.size())
