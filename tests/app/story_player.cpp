@@ -10,8 +10,11 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
+#include <map>
 #include <optional>
 #include <sstream>
+#include <tuple>
 
 namespace TestSupport {
 namespace {
@@ -41,11 +44,13 @@ public:
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    void play(const std::string& verb, const std::string& text) {
-        const std::string rest = expand(text);
-        const auto [node, value] = split(rest, " = ");
-        if (!change_files(verb, rest) && !act(verb, node, value) && !check_node(verb, node, value))
-            check(verb, rest);
+    void play(const std::string& verb, const std::string& written) {
+        Words words;
+        words.all = expand(written);
+        std::tie(words.node, words.value) = split(words.all, " = ");
+        std::tie(words.name, words.text) = split(words.all, " ");
+        words.path = ui_.dir / words.name;
+        verbs_.at(verb)(words);
     }
 
 private:
@@ -86,135 +91,28 @@ private:
         }
     }
 
-    bool change_files(const std::string& verb, const std::string& rest) {
-        const auto [name, text] = split(rest, " ");
-        const std::filesystem::path path = ui_.dir / name;
-        if (verb == "write")
-            write_file(path, text);
-        else if (verb == "mkdir")
-            std::filesystem::create_directories(path);
-        else if (verb == "link")
-            std::filesystem::create_symlink(text, path);
-        else if (verb == "delete")
-            std::filesystem::remove_all(path);
-        else if (verb == "read-only")
-            read_only_.emplace(ui_.dir.path());
-        else
-            return false;
-        return true;
+    void start(const std::string& names) {
+        std::istringstream words(names);
+        std::vector<std::filesystem::path> files;
+        for (std::string name; words >> name;)
+            files.push_back(ui_.dir / name);
+        ui_.start(files);
     }
 
-    bool act(const std::string& verb, const std::string& node, const std::string& value) {
-        if (verb == "start") {
-            std::vector<std::filesystem::path> files;
-            std::istringstream names(node);
-            for (std::string name; names >> name;)
-                files.push_back(ui_.dir / name);
-            ui_.start(files);
-        } else if (verb == "open") {
-            ui_.open(ui_.dir / node);
-        } else if (verb == "click") {
-            ui_.click(node);
-        } else if (verb == "type") {
-            ui_.type(node, value);
-        } else if (verb == "choose") {
-            ui_.choose(node, value);
-        } else if (verb == "row") {
-            ui_.row_action(node, value);
-        } else if (verb == "browse") { // with the file, none or "-" for cancelled, that is picked
-            ui_.platform.next_picks = {value == "-" ? "" : value};
-            ui_.click(node);
-        } else if (verb == "wait") {
-            ui_.advance(std::stoi(node));
-        } else if (verb == "confirm" || verb == "cancel") {
-            ui_.click(verb == "confirm" ? "Confirm Dialog/Body/Actions/Confirm Button"
-                                        : "Confirm Dialog/Body/Actions/Cancel Button");
-        } else if (verb == "quit") {
-            ui_.quit();
-        } else if (verb == "builder") { // "#2 ..." answers from the second process, else the last
-            const auto& all = ui_.platform.processes;
-            const auto [number, told] =
-                node.starts_with("#") ? split(node.substr(1), " ") : std::pair(std::string(), node);
-            // A callback may start the next process, so copies are called.
-            const FakePlatform::Process process =
-                number.empty() ? all.back() : all.at(std::stoul(number) - 1);
-            const auto [what, text] = split(told, " ");
-            if (what == "prints")
-                process.on_line(text);
-            else
-                process.on_exit(std::stoi(text));
-            ui_.advance(0);
-        } else if (verb == "generator") { // what the favicon generator answers from now on
-            generator_error_ = node;
-            if (node == "missing")
-                Lumenfold::favicon_generator() = nullptr;
-        } else {
-            return false;
-        }
-        return true;
-    }
-
-    bool check_node(const std::string& verb, const std::string& node, const std::string& value) {
-        if (verb == "text")
-            expect(ui_.text(node), value);
-        else if (verb == "reads")
-            expect(ui_.reading(node), value);
-        else if (verb == "rows")
-            EXPECT_EQ(ui_.rows(node), value);
-        else if (verb == "options")
-            EXPECT_EQ(ui_.options(node), value);
-        else if (verb == "chosen")
-            EXPECT_EQ(ui_.chosen(node), value);
-        else if (verb == "source")
-            EXPECT_EQ(source_of(ui_.node(node)), value);
-        else if (verb == "height")
-            EXPECT_EQ(ui_.node(node).style->height, std::stod(value));
-        else if (verb == "is")
-            EXPECT_TRUE(ui_.has_state(node, value)) << node;
-        else if (verb == "not")
-            EXPECT_FALSE(ui_.has_state(node, value)) << node;
-        else if (verb == "shows")
-            EXPECT_TRUE(ui_.shown(node)) << node;
-        else if (verb == "hides")
-            EXPECT_TRUE(!ui_.shown(node) && ui_.known(node)) << node;
+    /// "#2 ..." answers from the second process, else the last.
+    void answer(const std::string& words) {
+        const auto& all = ui_.platform.processes;
+        const auto [number, told] =
+            words.starts_with("#") ? split(words.substr(1), " ") : std::pair(std::string(), words);
+        // A callback may start the next process, so copies are called.
+        const FakePlatform::Process process =
+            number.empty() ? all.back() : all.at(std::stoul(number) - 1);
+        const auto [what, text] = split(told, " ");
+        if (what == "prints")
+            process.on_line(text);
         else
-            return false;
-        return true;
-    }
-
-    void check(const std::string& verb, const std::string& rest) {
-        const auto [name, text] = split(rest, " ");
-        const std::filesystem::path path = ui_.dir / name;
-        if (verb == "says")
-            expect(ui_.take_message(), rest);
-        else if (verb == "asks")
-            expect(ui_.question(), rest);
-        else if (verb == "file")
-            EXPECT_EQ(read_file(path), text);
-        else if (verb == "json") // as the application writes it
-            EXPECT_EQ(read_file(path), Lumenfold::dump_config(Lumenfold::Json::parse(text)));
-        else if (verb == "holds")
-            EXPECT_NE(read_file(path).find(text), std::string::npos) << read_file(path);
-        else if (verb == "files")
-            EXPECT_EQ(names_of(file_tree(ui_.dir.path())), rest);
-        else if (verb == "there")
-            EXPECT_TRUE(std::filesystem::exists(path));
-        else if (verb == "gone")
-            EXPECT_FALSE(std::filesystem::exists(path));
-        else if (verb == "picker") { // title, filter and folder of the last file dialog
-            const Corvel::PickRequest& pick = ui_.platform.picks.back();
-            EXPECT_EQ(pick.mode + "|" + pick.title + "|" + pick.filter + "|" + pick.directory,
-                      rest);
-        } else if (verb == "opened") // the addresses given to the system so far
-            EXPECT_EQ(joined(ui_.platform.opened_urls), rest);
-        else if (verb == "ran") // the last process
-            EXPECT_EQ(joined(ui_.platform.processes.back().argv), rest);
-        else if (verb == "processes")
-            EXPECT_EQ(ui_.platform.processes.size(), std::stoul(rest));
-        else if (verb == "generated") // what the favicon generator was last asked for
-            EXPECT_EQ(std::exchange(generated_, ""), rest);
-        else
-            ADD_FAILURE() << "no such verb: " << verb;
+            process.on_exit(std::stoi(text));
+        ui_.advance(0);
     }
 
     static std::string source_of(const Corvel::RenderNode& node) {
@@ -235,6 +133,88 @@ private:
             text += (text.empty() ? "" : " ") + word;
         return text;
     }
+
+    /// What stands behind a verb: all of it, parted by " = ", parted by a blank.
+    struct Words {
+        std::string all;
+        std::string node;
+        std::string value;
+        std::string name;
+        std::string text;
+        std::filesystem::path path; ///< of `name`
+    };
+    using Verbs = std::map<std::string, std::function<void(const Words&)>>;
+
+    const Verbs verbs_ = {
+        {"write", [](auto& w) { write_file(w.path, w.text); }},
+        {"mkdir", [](auto& w) { std::filesystem::create_directories(w.path); }},
+        {"link", [](auto& w) { std::filesystem::create_symlink(w.text, w.path); }},
+        {"delete", [](auto& w) { std::filesystem::remove_all(w.path); }},
+        {"read-only", [this](auto&) { read_only_.emplace(ui_.dir.path()); }},
+
+        {"start", [this](auto& w) { start(w.all); }},
+        {"open", [this](auto& w) { ui_.open(ui_.dir / w.all); }},
+        {"quit", [this](auto&) { ui_.quit(); }},
+        {"click", [this](auto& w) { ui_.click(w.node); }},
+        {"type", [this](auto& w) { ui_.type(w.node, w.value); }},
+        {"choose", [this](auto& w) { ui_.choose(w.node, w.value); }},
+        {"row", [this](auto& w) { ui_.row_action(w.node, w.value); }},
+        {"browse", // with the file, none or "-" for cancelled, that is picked
+         [this](auto& w) {
+             ui_.platform.next_picks = {w.value == "-" ? "" : w.value};
+             ui_.click(w.node);
+         }},
+        {"wait", [this](auto& w) { ui_.advance(std::stoi(w.all)); }},
+        {"confirm", [this](auto&) { ui_.click("Confirm Dialog/Body/Actions/Confirm Button"); }},
+        {"cancel", [this](auto&) { ui_.click("Confirm Dialog/Body/Actions/Cancel Button"); }},
+        {"builder", [this](auto& w) { answer(w.all); }},
+        {"generator", // what the favicon generator answers from now on
+         [this](auto& w) {
+             generator_error_ = w.all;
+             if (w.all == "missing")
+                 Lumenfold::favicon_generator() = nullptr;
+         }},
+
+        {"text", [this](auto& w) { expect(ui_.text(w.node), w.value); }},
+        {"reads", [this](auto& w) { expect(ui_.reading(w.node), w.value); }},
+        {"rows", [this](auto& w) { EXPECT_EQ(ui_.rows(w.node), w.value); }},
+        {"options", [this](auto& w) { EXPECT_EQ(ui_.options(w.node), w.value); }},
+        {"chosen", [this](auto& w) { EXPECT_EQ(ui_.chosen(w.node), w.value); }},
+        {"source", [this](auto& w) { EXPECT_EQ(source_of(ui_.node(w.node)), w.value); }},
+        {"height",
+         [this](auto& w) { EXPECT_EQ(ui_.node(w.node).style->height, std::stod(w.value)); }},
+        {"is", [this](auto& w) { EXPECT_TRUE(ui_.has_state(w.node, w.value)); }},
+        {"not", [this](auto& w) { EXPECT_FALSE(ui_.has_state(w.node, w.value)); }},
+        {"shows", [this](auto& w) { EXPECT_TRUE(ui_.shown(w.all)); }},
+        {"hides", [this](auto& w) { EXPECT_TRUE(!ui_.shown(w.all) && ui_.known(w.all)); }},
+
+        {"says", [this](auto& w) { expect(ui_.take_message(), w.all); }},
+        {"asks", [this](auto& w) { expect(ui_.question(), w.all); }},
+        {"file", [](auto& w) { EXPECT_EQ(read_file(w.path), w.text); }},
+        {"json", // as the application writes it
+         [](auto& w) {
+             const auto value = Lumenfold::Json::parse(w.text);
+             EXPECT_EQ(read_file(w.path), Lumenfold::dump_config(value));
+         }},
+        {"holds",
+         [](auto& w) { EXPECT_NE(read_file(w.path).find(w.text), std::string::npos) << w.path; }},
+        {"files", [this](auto& w) { EXPECT_EQ(names_of(file_tree(ui_.dir.path())), w.all); }},
+        {"there", [](auto& w) { EXPECT_TRUE(std::filesystem::exists(w.path)); }},
+        {"gone", [](auto& w) { EXPECT_FALSE(std::filesystem::exists(w.path)); }},
+        {"picker", // title, filter and folder of the last file dialog
+         [this](auto& w) {
+             const Corvel::PickRequest& p = ui_.platform.picks.back();
+             EXPECT_EQ(p.mode + "|" + p.title + "|" + p.filter + "|" + p.directory, w.all);
+         }},
+        {"opened", // the addresses given to the system so far
+         [this](auto& w) { EXPECT_EQ(joined(ui_.platform.opened_urls), w.all); }},
+        {"ran", // the last process
+         [this](auto& w) { EXPECT_EQ(joined(ui_.platform.processes.back().argv), w.all); }},
+        {"processes",
+         [this](auto& w) { EXPECT_EQ(ui_.platform.processes.size(), std::stoul(w.all)); }},
+        {"generated", // what the favicon generator was last asked for
+         [this](auto& w) { EXPECT_EQ(std::exchange(generated_, ""), w.all); }},
+    };
 
     AppDriver& ui_;
     std::optional<ReadOnly> read_only_;
