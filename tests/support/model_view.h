@@ -33,11 +33,17 @@ public:
 
     /// Empty, or words for the first difference between the view and one made from `tree` alone.
     std::string mismatch(const Corvel::RenderNode& tree, Order order) const {
-        std::size_t count = 0;
-        std::string fault = compare(tree, order, count);
-        if (fault.empty() && count != nodes_.size())
-            fault = "the view has nodes that are not in the tree";
-        return fault;
+        ModelView wanted;
+        if (std::string fault = wanted.add(tree, {}, 0); !fault.empty())
+            return fault;
+        for (const auto& [path, node] : wanted.nodes_)
+            if (const auto found = nodes_.find(path); found == nodes_.end())
+                return "no node at " + path;
+            else if (std::string fault = difference(found->second, node, order); !fault.empty())
+                return fault + path;
+        return nodes_.size() == wanted.nodes_.size()
+                   ? ""
+                   : "the view has nodes that are not in the tree";
     }
 
     const std::map<std::string, Node>& nodes() const { return nodes_; }
@@ -125,32 +131,18 @@ private:
         return {};
     }
 
-    std::string compare(const Corvel::RenderNode& tree, Order order, std::size_t& count) const {
-        auto found = nodes_.find(tree.path);
-        if (found == nodes_.end())
-            return "no node at " + tree.path.get();
-        ++count;
-        const Corvel::RenderNode& shown = found->second.shown;
-        if (shown.kind != tree.kind || shown.name != tree.name || shown.text != tree.text ||
-            shown.style != tree.style || shown.items != tree.items ||
-            shown.selected != tree.selected)
-            return "another content at " + tree.path.get();
-        std::vector<std::string> wanted;
-        for (const Corvel::RenderNode& child : tree.children)
-            wanted.push_back(child.path);
-        std::vector<std::string> children = found->second.children;
+    static std::string difference(Node node, Node wanted, Order order) {
+        const Corvel::RenderNode& left = node.shown;
+        const Corvel::RenderNode& right = wanted.shown;
+        if (left.kind != right.kind || left.name != right.name || left.text != right.text ||
+            left.style != right.style || left.items != right.items ||
+            left.selected != right.selected)
+            return "another content at ";
         if (order == Order::Any) {
-            std::sort(wanted.begin(), wanted.end());
-            std::sort(children.begin(), children.end());
+            std::sort(node.children.begin(), node.children.end());
+            std::sort(wanted.children.begin(), wanted.children.end());
         }
-        if (wanted != children)
-            return "other children below " + tree.path.get();
-        for (const Corvel::RenderNode& child : tree.children) {
-            std::string fault = compare(child, order, count);
-            if (!fault.empty())
-                return fault;
-        }
-        return {};
+        return node.children == wanted.children ? "" : "other children below ";
     }
 
     std::map<std::string, Node> nodes_;

@@ -121,19 +121,6 @@ TEST(Values, AreReadFromTexts) {
     TestSupport::expect_lines("tests/svg/cases/values.txt", value_of);
 }
 
-TEST(ParsePath, FlattensCurves) {
-    const std::vector<Point> cubic = parse_path("M10 0c0 8 8 8 8 0L0 0");
-    ASSERT_EQ(cubic.size(), 18u);
-    EXPECT_DOUBLE_EQ(cubic[8].x, 14);
-    EXPECT_DOUBLE_EQ(cubic[8].y, 6);
-    EXPECT_EQ(cubic[16].x, 18);
-    const std::vector<Point> quadratic = parse_path("M0 0Q4 8 8 0 12 -8 16 0");
-    ASSERT_EQ(quadratic.size(), 33u);
-    EXPECT_DOUBLE_EQ(quadratic[8].x, 4);
-    EXPECT_DOUBLE_EQ(quadratic[8].y, 4);
-    EXPECT_DOUBLE_EQ(quadratic[24].y, -4);
-}
-
 TEST(SolveEasing, FollowsTheCurve) {
     const Easing straight{0, 0, 1, 1, true};
     for (const double x : {0.0, 0.125, 0.5, 0.9, 1.0})
