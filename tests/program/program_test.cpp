@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <sstream>
+#include <regex>
 #include <string>
 #include <sys/wait.h>
 #include <vector>
@@ -48,21 +48,6 @@ Outcome run_program(const TempDir& home, const Environment& environment,
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(errors)};
 }
 
-std::filesystem::path example_copy(const TempDir& folder) {
-    const std::filesystem::path copy = folder / "site";
-    std::filesystem::copy(SOURCE_ROOT "/examples/tidewater", copy,
-                          std::filesystem::copy_options::recursive);
-    return copy;
-}
-
-std::vector<std::string> lines_of(const std::string& text) {
-    std::istringstream in(text);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 /// Width and height from the header chunk of a PNG file (ISO/IEC 15948).
 std::pair<std::uint32_t, std::uint32_t> png_size(const std::filesystem::path& path) {
     const std::string bytes = read_file(path);
@@ -79,8 +64,10 @@ std::pair<std::uint32_t, std::uint32_t> png_size(const std::filesystem::path& pa
 
 TEST(Program, ATypedTitleIsTheOnlyChangeOfTheFile) {
     TempDir folder;
-    const std::filesystem::path config = example_copy(folder) / ".lumenfold-site";
-    const std::vector<std::string> before = lines_of(read_file(config));
+    std::filesystem::copy(SOURCE_ROOT "/examples/tidewater", folder / "site",
+                          std::filesystem::copy_options::recursive);
+    const std::filesystem::path config = folder / "site/.lumenfold-site";
+    const std::string before = read_file(config);
     const Outcome outcome = run_program(folder,
                                         {{"CORVEL_SHOT", (folder / "one.png").string()},
                                          {"CORVEL_SHOT2", (folder / "two.png").string()},
@@ -90,14 +77,8 @@ TEST(Program, ATypedTitleIsTheOnlyChangeOfTheFile) {
     EXPECT_EQ(outcome.exit_code, 0) << outcome.errors;
     EXPECT_EQ(png_size(folder / "one.png"), std::pair(1000u, 700u));
     EXPECT_EQ(png_size(folder / "two.png"), std::pair(1000u, 700u));
-
-    const std::vector<std::string> after = lines_of(read_file(config));
-    ASSERT_EQ(after.size(), before.size());
-    for (std::size_t i = 0; i < before.size(); ++i)
-        if (before[i].starts_with("  \"title\": "))
-            EXPECT_EQ(after[i], "  \"title\": \"Harbour Notes\",");
-        else
-            EXPECT_EQ(after[i], before[i]);
+    EXPECT_EQ(read_file(config), std::regex_replace(before, std::regex("\n  \"title\": [^\n]*"),
+                                                    "\n  \"title\": \"Harbour Notes\","));
 }
 
 TEST(Program, ACommaLocaleChangesNothing) {

@@ -17,8 +17,11 @@ namespace {
 using namespace Corvel::Svg;
 using Matches = std::vector<std::string>;
 
-std::string match(std::size_t begin, std::size_t end) {
-    return std::to_string(begin) + '+' + std::to_string(end - begin) + '|';
+template <class... Groups>
+std::string match(std::size_t begin, std::size_t end, const Groups&... groups) {
+    std::string text = std::to_string(begin) + '+' + std::to_string(end - begin) + '|';
+    ((text += groups, text += '|'), ...);
+    return text;
 }
 
 /// Compares `scan` with `pattern` on texts put together from `pieces`, which `tail` closes. A match
@@ -48,9 +51,7 @@ TEST(Pattern, Rules) {
                       "", [](const std::string& text) {
                           Matches found;
                           for (const CssRule& rule : scan_rules(text))
-                              found.push_back(match(rule.begin, rule.end) +
-                                              std::string(rule.prelude) + '|' +
-                                              std::string(rule.body) + '|');
+                              found.push_back(match(rule.begin, rule.end, rule.prelude, rule.body));
                           return found;
                       });
 }
@@ -63,8 +64,7 @@ TEST(Pattern, Keyframes) {
                       [](const std::string& text) {
                           Matches found;
                           for (const CssKeyframes& block : scan_keyframes(text))
-                              found.push_back(match(block.begin, block.body_begin) +
-                                              std::string(block.name) + '|');
+                              found.push_back(match(block.begin, block.body_begin, block.name));
                           return found;
                       });
 }
@@ -79,8 +79,7 @@ TEST(Pattern, Transforms) {
             TransformCall call;
             for (std::size_t position = 0; next_transform_call(text, position, call);) {
                 const auto begin = static_cast<std::size_t>(call.name.data() - text.data());
-                found.push_back(match(begin, position) + std::string(call.name) + '|' +
-                                std::string(call.arguments) + '|');
+                found.push_back(match(begin, position, call.name, call.arguments));
             }
             return found;
         });
