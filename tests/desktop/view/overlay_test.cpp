@@ -57,31 +57,6 @@ TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
     EXPECT_EQ(bar_record().bar_position, 1);
 }
 
-TEST_F(ViewOverlays, ASidePanelSlidesOverAScrimThatIsItsClick) {
-    int clicks = 0;
-    app.on_click("App/Host/Side", [&] { ++clicks; });
-    show_host({text("Words", "w"), side(0)});
-    const DNode& panel = record("App/Host/Side");
-    const QPointer<QWidget> scrim = panel.side_scrim;
-    EXPECT_EQ(panel.outer->geometry(), QRect(198, 2, 100, 196));
-    EXPECT_EQ(scrim->geometry(), QRect(2, 2, 296, 196));
-    QTest::mouseClick(scrim, Qt::RightButton);
-    EXPECT_EQ(clicks, 1);
-
-    apply({update("App/Host", side(0, 900))});
-    EXPECT_EQ(panel.outer->geometry(), scrim->geometry());
-    apply({update("App/Host", side(1, 150))});
-    ASSERT_TRUE(still("App/Host/Side"));
-    EXPECT_EQ(panel.outer->geometry(), QRect(298, 2, 150, 196));
-    EXPECT_FALSE(panel.outer->isVisible() || scrim->isVisible());
-
-    apply({update("App/Host", side(0))});
-    QTest::qWait(40);
-    apply({removal("App/Host/Side")});
-    EXPECT_TRUE(scrim.isNull());
-    EXPECT_EQ(record("App/Host").floating_children, 0);
-}
-
 TEST_F(ViewOverlays, OverlaysStayAboveChildrenThatComeLater) {
     show_host({bar("BottomSheet", 0), side(0)});
     apply({add("App/Host", text("Late", "l"), 2), update("App/Host", side(0, 120))});

@@ -1,8 +1,8 @@
 // Plays tests/desktop/view/stories/*.txt. "== " opens a story; a line is a step: a verb, a path
 // and, behind " = ", a text, which is expected where the verb is a reading. Indented lines below a
 // step are its nodes: a kind, a name and, each behind " | ", "text=" and attributes as in a style
-// file. Patches in a row reach the view together; "then" parts them. What was heard must have been
-// read at the end.
+// file. "~" behind a path means its scrim. Patches in a row reach the view together; "then" parts
+// them. What was heard must have been read at the end.
 #include "layers/attribute_table.h"
 #include "view_fixture.h"
 
@@ -133,7 +133,7 @@ protected:
         {"show", [this](Text, Text) { show(read_node()); }},
         {"wait", [](Text time, Text) { QTest::qWait(std::stoi(time)); }},
         {"rest", [this](Text path, Text) { EXPECT_TRUE(still(path)); }},
-        {"remember", [this](Text path, Text) { remembered = view.widget_at(path); }},
+        {"remember", [this](Text path, Text) { remembered = widget_at(path); }},
         {"input", [this](Text path, Text value) { app.set_input_value(path, value); }},
         {"press", [this](Text path, Text) { press(path); }},
         {"focus", [this](Text path, Text) { line(path)->setFocus(); }},
@@ -180,13 +180,14 @@ protected:
         {"width", [this](Text path) { return place(path).width(); }},
         {"height", [this](Text path) { return place(path).height(); }},
         {"inset", [this](Text path) { return record(path).layout->contentsMargins().bottom(); }},
+        {"floating", [this](Text path) { return record(path).floating_children; }},
         {"slid", [this](Text path) { return record(path).bar_position; }},
         {"opacity", [this](Text path) { return record(path).bar_effect->opacity(); }},
         {"fades", [this](Text path) { return record(path).bar_effect->isEnabled(); }},
         {"effect", [this](Text path) { return record(path).outer->graphicsEffect() != nullptr; }},
-        {"shown", [this](Text path) { return record(path).outer->isVisible(); }},
+        {"shown", [this](Text path) { return widget_at(path)->isVisible(); }},
         {"known", [this](Text path) { return view.widget_at(path) != nullptr; }},
-        {"same", [this](Text path) { return remembered == record(path).widget; }},
+        {"same", [this](Text path) { return remembered == widget_at(path); }},
         {"gone", [this](Text) { return remembered.isNull(); }},
         {"order", [this](Text path) { return joined(laid_out(path)); }},
         {"nodes", [this](Text) { return static_cast<int>(state.nodes.size()); }},

@@ -125,9 +125,14 @@ protected:
     }
     QLineEdit* line(const std::string& path) { return widget<EditorWidget>(path)->line_edit; }
     DNode& record(const std::string& path) { return *state.find(path); }
-    /// Where a node's widget lies in the window.
+    /// A node's widget, or with "~" behind the path its scrim.
+    QWidget* widget_at(const std::string& path) {
+        return path.ends_with("~") ? record(path.substr(0, path.size() - 1)).side_scrim
+                                   : view.widget_at(path);
+    }
+    /// Where it lies in the window.
     QRect place(const std::string& path) {
-        QWidget* shown = view.widget_at(path);
+        QWidget* shown = widget_at(path);
         return {shown->mapTo(window.get(), QPoint()), shown->size()};
     }
     void press(const std::string& path, Qt::MouseButton button = Qt::LeftButton) {
