@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -50,18 +51,19 @@ void collect_list_keys(const Layers::LLayer& layer, std::set<std::string>& keys)
 }
 
 bool kind_serves(NodeKind kind, const std::string& use, const std::string& path) {
-    if (use == "input" || use == "input value")
-        return kind == NodeKind::Editor;
-    if (use == "select" || use == "options")
-        return kind == NodeKind::ComboBox;
-    if (use == "source" || use == "height")
-        return kind == NodeKind::Image || kind == NodeKind::Icon;
-    if (use == "text")
-        return kind == NodeKind::Text || kind == NodeKind::Button || kind == NodeKind::Editor ||
-               kind == NodeKind::Markdown;
+    using enum NodeKind;
+    static const std::map<std::string, std::set<NodeKind>> kinds = {
+        {"input", {Editor}},
+        {"input value", {Editor}},
+        {"select", {ComboBox}},
+        {"options", {ComboBox}},
+        {"source", {Image, Icon}},
+        {"height", {Image, Icon}},
+        {"text", {Text, Button, Editor, Markdown}}};
     if (use == "click")
-        return path.ends_with("Checkbox") ? kind == NodeKind::CheckBox : kind == NodeKind::Button;
-    return true;
+        return kind == (path.ends_with("Checkbox") ? CheckBox : Button);
+    const auto serving = kinds.find(use);
+    return serving == kinds.end() || serving->second.contains(kind);
 }
 
 /// Clicks whatever has a handler and is on screen, in the order of the paths.

@@ -71,6 +71,8 @@ std::string done(StyleTree& tree, const std::string& command, std::string& heard
     if (verb == "watch") {
         attribute.value_changed().connect([&heard, path] { heard += path + " has changed\n"; });
         attribute.link_changed().connect([&heard, path] { heard += path + " is relinked\n"; });
+    } else if (verb == "variant") { // "path State"
+        attribute.add_child(std::make_unique<LAttribute>(rest))->as_attribute()->set_value(6.0);
     } else if (verb == "set") {
         attribute.set_value(std::stod(rest));
     } else if (verb == "unlink") {

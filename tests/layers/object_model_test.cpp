@@ -51,15 +51,6 @@ TEST(Attribute, ADestroyedTargetLeavesItsValue) {
     EXPECT_EQ(left, "3");
 }
 
-TEST(Attribute, AVariantAddedToTheBaseIsSeen) {
-    StyleTree tree("B:\n  x: 1\nD << B:\n  x: 4 @T: 5\nE << D\n");
-    EXPECT_EQ(tree.value("E/x", {"U"}), "4");
-    LObject* variant = tree.attribute("B/x").add_child(std::make_unique<LAttribute>("U"));
-    variant->as_attribute()->set_value(6.0);
-    EXPECT_EQ(tree.value("D/x", {"U"}), "6");
-    EXPECT_EQ(tree.value("E/x", {"U"}), "6");
-}
-
 TEST(Layer, FindsByExactNamesInLargeLayersToo) {
     LLayer layer("");
     for (int i = 0; i < 1000; ++i) {
