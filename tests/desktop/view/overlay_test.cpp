@@ -12,27 +12,20 @@ RenderNode bar(const std::string& overlay, double offset, double height = 40) {
                {box("Inside", {.height = height})});
 }
 
-RenderNode side(double offset, double max_width = 100) {
-    return box("Side", {.max_width = max_width, .offset_x = offset, .overlay = "SideSheet"});
+RenderNode side(double max_width) {
+    return box("Side", {.max_width = max_width, .overlay = "SideSheet"});
 }
 
 RenderNode dialog(std::vector<RenderNode> children = {}) {
     return box("Dialog", {.width = 200, .height = 100, .overlay = "Modal"}, std::move(children));
 }
 
-RenderNode host(double height = 200, std::vector<RenderNode> children = {}) {
-    return box("Host", {.border_thickness = 2, .padding_bottom = 5, .width = 300, .height = height},
-               std::move(children));
-}
-
 class ViewOverlays : public ViewFixture {
 protected:
-    /// "App/Host", 300 by 200 with a border of 2, and `children` in it.
     void show_host(std::vector<RenderNode> children) {
-        show(box("App", {}, {host(200, std::move(children))}));
+        show(box("App", {}, {box("Host", {.width = 300, .height = 200}, std::move(children))}));
     }
     DNode& bar_record() { return record("App/Host/Bar"); }
-    int bottom_margin() { return record("App/Host").layout->contentsMargins().bottom(); }
 };
 
 TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
@@ -43,7 +36,7 @@ TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
     QTest::qWait(50);
     ASSERT_TRUE(still("App/Host/Bar"));
     EXPECT_EQ(bar_record().bar_position, 0);
-    EXPECT_EQ(bottom_margin(), 47);
+    EXPECT_EQ(record("App/Host").layout->contentsMargins().bottom(), 40);
 
     apply({update("App/Host", bar("PinnedBottom", 1))});
     const QPointer<QVariantAnimation> slide = bar_record().overlay_animation;
@@ -58,8 +51,8 @@ TEST_F(ViewOverlays, ASlideFollowsTheLatestOffset) {
 }
 
 TEST_F(ViewOverlays, OverlaysStayAboveChildrenThatComeLater) {
-    show_host({bar("BottomSheet", 0), side(0)});
-    apply({add("App/Host", text("Late", "l"), 2), update("App/Host", side(0, 120))});
+    show_host({bar("BottomSheet", 0), side(100)});
+    apply({add("App/Host", text("Late", "l"), 2), update("App/Host", side(120))});
     const QList<QWidget*> wanted{record("App/Host/Late").outer, bar_record().outer,
                                  record("App/Host/Side").side_scrim, record("App/Host/Side").outer};
     EXPECT_EQ(record("App/Host").box->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly),

@@ -135,9 +135,7 @@ protected:
         QWidget* shown = widget_at(path);
         return {shown->mapTo(window.get(), QPoint()), shown->size()};
     }
-    void press(const std::string& path, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mousePress(view.widget_at(path), button);
-    }
+    void press(const std::string& path) { QTest::mousePress(view.widget_at(path), Qt::LeftButton); }
     /// The object names of what stands in a node's layout, in order.
     std::vector<std::string> laid_out(const std::string& path) {
         std::vector<std::string> names;
