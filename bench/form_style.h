@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/temp_dir.h"
+
 #include <string>
 
 namespace Bench {
@@ -8,35 +10,7 @@ namespace Bench {
 /// a button and an icon, with bases, groups, expansions, states and links to the theme. Every node
 /// shows a colour of the theme. The caller's line above has fewer blanks than `indent`.
 inline std::string form_rows(int first, int last, const std::string& indent) {
-    static const std::string row = R"(// What the row shows.
-Row N# << Corvel/Box:
-    Fill: Theme/Secondary @Hover: Theme/Primary
-    Layout.Direction: "Row" @Narrow: "Column"
-    Layout.Spacing: 8
-    Padding.(Left, Right, Top, Bottom): 6
-    Label << Corvel/Text:
-        Text: "A label"
-        Text Color: Theme/Foreground
-        Font.
-            Size: 14
-            Weight: 600
-    Editor << Corvel/Editor:
-        Fill: Theme/Tertiary
-        Text Color: Theme/Foreground
-        Placeholder: "A value"
-        Layout.Grow: 1
-        @Locked:
-            Read Only: 1
-    Button << Corvel/Button:
-        Fill: Theme/Primary @Hover: Theme/Secondary @Hover & Pressed: Theme/Tertiary
-        Text: "Remove"
-        Intent: "list:remove"
-        Size.Height: 32
-    Icon << Corvel/Icon:
-        Source: "trash"
-        Text Color: Theme/Foreground
-        Size.(Width, Height): 18
-)";
+    static const std::string row = TestSupport::read_file(SOURCE_ROOT "/bench/form_row.lyr");
     std::string text;
     for (int number = first; number <= last; ++number) {
         text += indent;

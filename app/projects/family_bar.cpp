@@ -112,6 +112,7 @@ void set_member_logo(const Context& context, const std::string& logo) {
         return;
     shown = logo;
     keep_active_members(*context);
+    // Whatever is in front by then: the tab is on screen all the same.
     context->app.run_after(REREAD_DELAY_MS, [context] { publish_members(context); });
 }
 

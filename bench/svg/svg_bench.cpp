@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -39,7 +40,7 @@ std::string large_style() {
            "<g/></svg>";
 }
 
-void read(benchmark::State& state, const std::string& text) {
+void open_document(benchmark::State& state, const std::string& text) {
     for (auto _ : state)
         benchmark::DoNotOptimize(SvgAnimation(text).is_animated());
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
@@ -58,21 +59,18 @@ void tint(benchmark::State& state, const std::string& text) {
         benchmark::DoNotOptimize(Corvel::recolor_svg(image, "#e3e3e3").constData());
 }
 
-BENCHMARK_CAPTURE(frame, spinner, icon("spinner"));
-BENCHMARK_CAPTURE(frame, building, icon("building"));
-BENCHMARK_CAPTURE(frame, dots, icon("dots"));
-BENCHMARK_CAPTURE(frame, wheels, icon("wheels"));
-BENCHMARK_CAPTURE(frame, curves, icon("curves"));
-BENCHMARK_CAPTURE(tint, building, icon("building"));
-BENCHMARK_CAPTURE(tint, dots, icon("dots"));
-BENCHMARK_CAPTURE(tint, wheels, icon("wheels"));
-BENCHMARK_CAPTURE(tint, curves, icon("curves"));
-BENCHMARK_CAPTURE(read, spinner, icon("spinner"));
-BENCHMARK_CAPTURE(read, dots, icon("dots"));
-BENCHMARK_CAPTURE(read, curves, icon("curves"));
-BENCHMARK_CAPTURE(read, drawing_1_mb, large_drawing())->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(read, style_5_mb, large_style())->Unit(benchmark::kMillisecond);
-
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    using Run = void (*)(benchmark::State&, const std::string&);
+    const std::pair<std::string, Run> kinds[] = {
+        {"open/", open_document}, {"frame/", frame}, {"tint/", tint}};
+    for (const auto& [kind, run] : kinds)
+        for (const char* name : {"spinner", "building", "dots", "wheels", "curves"})
+            benchmark::RegisterBenchmark((kind + name).c_str(), run, icon(name));
+    benchmark::RegisterBenchmark("open/drawing_1_mb", open_document, large_drawing());
+    benchmark::RegisterBenchmark("open/style_5_mb", open_document, large_style());
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

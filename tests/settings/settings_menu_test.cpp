@@ -4,31 +4,10 @@
 namespace Corvel {
 namespace {
 
-const std::string screens = R"(App:
-    Main:
-        Titlebar/Right Tabs/(App, Settings, Help) Tab << Corvel/Button
-        App Pane
-        Help Pane
-        Settings Menu:
-            Sidebar/(App, Appearance, More) Tab << Corvel/Button
-            App Settings
-            More Settings
-            Appearance Settings:
-                Appearance Tabs/Theme Tab
-                Theme Bar/Manage Theme Directories Button << Corvel/Button
-    Theme Directories Dialog:
-        Titlebar/Exit Button << Corvel/Button
-        Body:
-            Source List
-            Empty State/Learn More Button << Corvel/Button
-    (a, b, s)
-    (A, B)
-)";
-
 class SettingsMenuStory : public TestSupport::AppStory {
 public:
     SettingsMenuStory()
-        : AppStory(screens) {
+        : AppStory(TestSupport::read_file(SOURCE_ROOT "/tests/settings/cases/screens.lyr")) {
         tabs = install_settings_menu(app.app, "App", "Main", {{"More Tab", "More Settings"}},
                                      {{"Help Tab", "Help Pane"}});
         verbs["children"] = [this](auto& path) { return app.children(path); };

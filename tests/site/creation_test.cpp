@@ -9,6 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using TestSupport::file_tree;
+using TestSupport::read_file;
 using TestSupport::TempDir;
 using TestSupport::write_file;
 
@@ -19,30 +20,7 @@ TEST(CreateSite, WritesTheDefaultTextAndFolders) {
     ASSERT_TRUE(create_site(dir / "new", "Tide \"&\" \n—", &error)) << error;
     const std::time_t now = std::time(nullptr);
     const std::string year = std::to_string(1900 + std::localtime(&now)->tm_year);
-    std::string text = R"({
-  "format": 1,
-  "title": "TITLE",
-  "description": "A new site",
-  "copyright": "(c) YEAR TITLE",
-  "output": "./output",
-  "branding": {
-    "tab_text": "TITLE"
-  },
-  "footer_links": [],
-  "projects": [],
-  "socials": [],
-  "home": {
-    "sections": [
-      { "type": "description" },
-      { "type": "projects" },
-      { "type": "socials" }
-    ]
-  },
-  "pages": {
-    "home_title": "TITLE"
-  }
-}
-)";
+    std::string text = read_file(SOURCE_ROOT "/tests/site/cases/created_site.json");
     for (std::size_t at = 0; (at = text.find("TITLE")) != std::string::npos;)
         text.replace(at, 5, "Tide \\\"&\\\" \\n—");
     text.replace(text.find("YEAR"), 4, year);

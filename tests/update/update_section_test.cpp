@@ -8,26 +8,13 @@
 namespace Corvel {
 namespace {
 
-const std::string screens = R"(App:
-    Main/Settings Menu/App Settings/Version Section:
-        Current Version << Corvel/Text
-        Actions/Check Updates Button << Corvel/Button
-    Update Dialog:
-        Titlebar/Exit Button << Corvel/Button
-        Body:
-            Busy Icon << Corvel/Icon
-            Status << Corvel/Text
-            Actions:
-                (Download, Notes, Skip, Later) Button << Corvel/Button
-)";
-
 const std::string dialog = "App/Update Dialog";
 
 /// An application of version 1.5 with an update section, from "start" on.
 class UpdateStory : public TestSupport::AppStory {
 public:
     UpdateStory()
-        : AppStory(screens) {
+        : AppStory(TestSupport::read_file(SOURCE_ROOT "/tests/update/cases/screens.lyr")) {
         app->app_version = "1.5";
         app->store = {{"update.manifest_url", "https://u.example/m.json"},
                       {"update.platform_key", "os"},
