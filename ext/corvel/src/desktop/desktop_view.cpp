@@ -55,12 +55,12 @@ class ApplyScope {
 public:
     explicit ApplyScope(ViewState& view)
         : view_(view) {
-        view_.applying = true;
+        view_.queue.applying = true;
         mute(true);
     }
     ~ApplyScope() {
         mute(false);
-        view_.applying = false;
+        view_.queue.applying = false;
     }
     ApplyScope(const ApplyScope&) = delete;
     ApplyScope& operator=(const ApplyScope&) = delete;
@@ -94,11 +94,11 @@ void apply_patch(ViewState& view, const RenderPatch& patch) {
 }
 
 void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
-    view.nodes_made = 0;
+    view.queue.nodes_made = 0;
     for (auto patch = patches.begin(); patch != patches.end(); ++patch) {
         if (patch->kind == PatchKind::Add && view.put_off(static_cast<std::size_t>(patch->index))) {
             // The rest may build on it.
-            view.later.insert(view.later.end(), patch, patches.end());
+            view.queue.later.insert(view.queue.later.end(), patch, patches.end());
             break;
         }
         apply_patch(view, *patch);
@@ -112,20 +112,20 @@ void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
 void apply_all(ViewState& view, const std::vector<RenderPatch>& patches) {
     const ApplyScope scope(view);
     apply_batch(view, patches);
-    while (!view.queued.empty()) {
-        std::vector<RenderPatch> batch = std::exchange(view.later, {});
-        batch.insert(batch.end(), view.queued.begin(), view.queued.end());
-        view.queued.clear();
+    while (!view.queue.waiting.empty()) {
+        std::vector<RenderPatch> batch = std::exchange(view.queue.later, {});
+        batch.insert(batch.end(), view.queue.waiting.begin(), view.queue.waiting.end());
+        view.queue.waiting.clear();
         apply_batch(view, batch);
     }
 }
 
 void catch_up(ViewState& view) {
-    if (view.later.empty())
+    if (view.queue.later.empty())
         return;
-    view.catching_up = true;
-    apply_all(view, std::exchange(view.later, {}));
-    view.catching_up = false;
+    view.queue.catching_up = true;
+    apply_all(view, std::exchange(view.queue.later, {}));
+    view.queue.catching_up = false;
 }
 
 void follow_width(ViewState& view, int width) {
@@ -147,7 +147,7 @@ void detach(ViewState& view) {
     view.app->on_async_change = nullptr;
     view.root->on_width_changed = nullptr;
     view.root->on_maximized_changed = nullptr;
-    view.later.clear();
+    view.queue.later.clear();
     forget_all_nodes(view);
     view.root = nullptr;
 }
@@ -173,7 +173,7 @@ DNode* ViewState::find_dnode_by_widget(const QWidget* widget) const {
 
 void ViewState::render_now() {
     // Placing overlays resizes what scrolls in them, which may ask for a render as well.
-    if (applying || positioning)
+    if (queue.applying || overlays.positioning)
         schedule_render();
     else
         apply(app->render_patches());
@@ -192,8 +192,8 @@ void ViewState::schedule_render() {
 void ViewState::apply(const std::vector<RenderPatch>& patches) {
     if (!root)
         return;
-    if (applying) {
-        queued.insert(queued.end(), patches.begin(), patches.end());
+    if (queue.applying) {
+        queue.waiting.insert(queue.waiting.end(), patches.begin(), patches.end());
         return;
     }
     theme_scroll_bars(*this);
@@ -208,17 +208,17 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
 }
 
 bool ViewState::put_off(std::size_t index) const {
-    return nodes_made >= NODES_AT_ONCE && index >= FIRST_CHILDREN && !catching_up &&
+    return queue.nodes_made >= NODES_AT_ONCE && index >= FIRST_CHILDREN && !queue.catching_up &&
            root->isVisible();
 }
 
 void ViewState::schedule_later() {
-    if (later.empty())
+    if (queue.later.empty())
         return;
     QTimer::singleShot(PAINT_PAUSE_MS, root, [this] {
-        if (later.empty() || applying)
+        if (queue.later.empty() || queue.applying)
             return;
-        apply_all(*this, std::exchange(later, {}));
+        apply_all(*this, std::exchange(queue.later, {}));
         schedule_later();
         schedule_video_check(*this);
     });
@@ -252,7 +252,7 @@ QWidget* DesktopView::build() {
     root->on_closing = [&view] { detach(view); };
     root->on_shown = [&view] {
         // The window is not on the screen before the event is through.
-        if (!view.waiting_modals.empty())
+        if (!view.overlays.waiting_modals.empty())
             QTimer::singleShot(0, view.root, [&view] { open_waiting_modals(view); });
     };
     view.root = root;

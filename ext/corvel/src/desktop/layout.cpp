@@ -57,17 +57,18 @@ void apply_box_style(DNode& dnode, const NodeStyle& style) {
     const BoxDirection direction = box_direction(style.layout_direction);
     const int border = whole_pixels(style.border_thickness);
     const int spacing = gap(whole_pixels(style.layout_spacing));
-    dnode.is_row = direction.row;
-    dnode.align = style.layout_align;
-    dnode.justify = style.layout_justify;
-    dnode.scrolls = !style.layout_scroll.empty();
-    dnode.inset = border;
-    dnode.inset_bottom = gap(border + whole_pixels(style.padding_bottom));
+    dnode.arrangement.is_row = direction.row;
+    dnode.arrangement.align = style.layout_align;
+    dnode.arrangement.justify = style.layout_justify;
+    dnode.arrangement.scrolls = !style.layout_scroll.empty();
+    dnode.arrangement.inset = border;
+    dnode.arrangement.inset_bottom = gap(border + whole_pixels(style.padding_bottom));
     dnode.layout->setDirection(qt_direction(direction));
     dnode.layout->setContentsMargins(gap(whole_pixels(style.padding_left) + border),
                                      gap(whole_pixels(style.padding_top) + border),
                                      gap(whole_pixels(style.padding_right) + border),
-                                     dnode.inset_bottom + dnode.reserved_bottom);
+                                     dnode.arrangement.inset_bottom +
+                                         dnode.arrangement.reserved_bottom);
     if (dnode.layout->spacing() != spacing)
         dnode.layout->setSpacing(spacing);
 }
@@ -75,7 +76,7 @@ void apply_box_style(DNode& dnode, const NodeStyle& style) {
 /// A child without a record is the box's own caption.
 int item_stretch(const ViewState& view, const DNode& parent, QWidget* outer) {
     const DNode* child = view.find_dnode_by_widget(outer);
-    return child ? stretch_of(child->grow, parent.is_row, container_of(outer)) : 0;
+    return child ? stretch_of(child->grow, parent.arrangement.is_row, container_of(outer)) : 0;
 }
 
 /// Brings the items of a layout up to the box's direction and alignment.
@@ -94,7 +95,7 @@ void update_items(ViewState& view, DNode& dnode) {
         }
         if (!container)
             continue;
-        container->set_bounded(dnode.is_row);
+        container->set_bounded(dnode.arrangement.is_row);
         dnode.layout->setStretch(index, item_stretch(view, dnode, outer));
     }
     if (changed)
@@ -118,7 +119,7 @@ void rebuild_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style) {
     const FocusKeeper focus(*dnode.box);
     view.tab_order_stale = true;
     const std::vector<QWidget*> kept = take_widgets(*dnode.layout);
-    if (!dnode.scroll_area)
+    if (!dnode.arrangement.scroll_area)
         delete dnode.layout;
     drop_scroll_host(view, dnode);
     delete dnode.box->layout();
@@ -128,18 +129,19 @@ void rebuild_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style) {
         host = make_scroll_host(view, dnode, style);
     dnode.layout = new QBoxLayout(QBoxLayout::TopToBottom, host);
     apply_box_style(dnode, style);
-    const Stretches stretches = stretches_of(dnode.fill, dnode.scrolls, dnode.justify);
+    const Stretches stretches =
+        stretches_of(dnode.arrangement.fill, dnode.arrangement.scrolls, dnode.arrangement.justify);
     dnode.layout->addStretch(stretches.leading);
-    dnode.leading_items = dnode.label ? 2 : 1;
+    dnode.arrangement.leading_items = dnode.label ? 2 : 1;
     for (QWidget* outer : kept) {
         dnode.layout->addWidget(outer, item_stretch(view, dnode, outer),
                                 child_alignment(dnode, container_of(outer)));
         outer->show();
     }
     add_trailing_stretch(dnode);
-    if (dnode.scroll_area) {
+    if (dnode.arrangement.scroll_area) {
         host->show();
-        dnode.scroll_area->show();
+        dnode.arrangement.scroll_area->show();
     }
 }
 
@@ -166,7 +168,7 @@ void rewrap_node(ViewState& view, DNode& dnode, const NodeStyle& style) {
     }
     wrap_widget(view, dnode, style);
     if (MaxWidthContainer* container = container_of(dnode.outer))
-        container->set_bounded(dnode.parent && dnode.parent->is_row);
+        container->set_bounded(dnode.parent && dnode.parent->arrangement.is_row);
     layout->insertWidget(index, dnode.outer, stretch, alignment);
     dnode.widget->show();
     dnode.outer->show();
@@ -174,10 +176,11 @@ void rewrap_node(ViewState& view, DNode& dnode, const NodeStyle& style) {
 
 void place_child(DNode& parent, const DNode& child, int place, const NodeStyle& style) {
     const bool limited = style.max_width > 0;
-    if (MaxWidthContainer* container = container_of(child.outer); container && parent.is_row)
+    if (MaxWidthContainer* container = container_of(child.outer);
+        container && parent.arrangement.is_row)
         container->set_bounded(true);
     parent.layout->insertWidget(place, child.outer,
-                                stretch_of(style.layout_grow, parent.is_row, limited),
+                                stretch_of(style.layout_grow, parent.arrangement.is_row, limited),
                                 child_alignment(parent, limited));
 }
 
@@ -194,7 +197,8 @@ Qt::Alignment alignment_of(bool is_row, const std::string& align) {
 }
 
 Qt::Alignment child_alignment(const DNode& parent, bool width_limited) {
-    return width_limited ? Qt::Alignment() : alignment_of(parent.is_row, parent.align);
+    return width_limited ? Qt::Alignment()
+                         : alignment_of(parent.arrangement.is_row, parent.arrangement.align);
 }
 
 void build_box_layout(ViewState& view, DNode& dnode, const RenderNode& node) {
@@ -206,19 +210,23 @@ void build_box_layout(ViewState& view, DNode& dnode, const RenderNode& node) {
     apply_box_style(dnode, style);
     for (const RenderNode& child : node.children)
         if (child.style->layout_grow != 0 && child.style->overlay != "Modal" &&
-            !(dnode.is_row && child.style->max_width > 0))
-            dnode.fill = true;
-    dnode.layout->addStretch(stretches_of(dnode.fill, dnode.scrolls, dnode.justify).leading);
-    dnode.leading_items = 1;
+            !(dnode.arrangement.is_row && child.style->max_width > 0))
+            dnode.arrangement.fill = true;
+    dnode.layout->addStretch(
+        stretches_of(dnode.arrangement.fill, dnode.arrangement.scrolls, dnode.arrangement.justify)
+            .leading);
+    dnode.arrangement.leading_items = 1;
 }
 
 void add_trailing_stretch(DNode& dnode) {
-    dnode.trailing_stretch = stretches_of(dnode.fill, dnode.scrolls, dnode.justify).trailing;
-    dnode.layout->addStretch(dnode.trailing_stretch);
+    dnode.arrangement.trailing_stretch =
+        stretches_of(dnode.arrangement.fill, dnode.arrangement.scrolls, dnode.arrangement.justify)
+            .trailing;
+    dnode.layout->addStretch(dnode.arrangement.trailing_stretch);
 }
 
 void update_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style) {
-    if (dnode.scrolls != !style.layout_scroll.empty())
+    if (dnode.arrangement.scrolls != !style.layout_scroll.empty())
         rebuild_box_layout(view, dnode, style);
     else
         apply_box_style(dnode, style);
@@ -229,16 +237,17 @@ void update_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style) {
 void rebalance_stretches(DNode& dnode) {
     if (!dnode.layout || dnode.layout->count() < 2)
         return;
-    dnode.fill = false;
-    for (int index = 0; index < dnode.layout->count() && !dnode.fill; ++index) {
+    dnode.arrangement.fill = false;
+    for (int index = 0; index < dnode.layout->count() && !dnode.arrangement.fill; ++index) {
         QWidget* outer = dnode.layout->itemAt(index)->widget();
-        dnode.fill =
-            outer && dnode.layout->stretch(index) > 0 && !(dnode.is_row && container_of(outer));
+        dnode.arrangement.fill = outer && dnode.layout->stretch(index) > 0 &&
+                                 !(dnode.arrangement.is_row && container_of(outer));
     }
-    const Stretches stretches = stretches_of(dnode.fill, dnode.scrolls, dnode.justify);
+    const Stretches stretches =
+        stretches_of(dnode.arrangement.fill, dnode.arrangement.scrolls, dnode.arrangement.justify);
     dnode.layout->setStretch(0, stretches.leading);
     dnode.layout->setStretch(dnode.layout->count() - 1, stretches.trailing);
-    dnode.trailing_stretch = stretches.trailing;
+    dnode.arrangement.trailing_stretch = stretches.trailing;
 }
 
 void apply_stretch_in_parent(DNode& dnode) {
@@ -246,8 +255,8 @@ void apply_stretch_in_parent(DNode& dnode) {
     const int index = parent && parent->layout ? parent->layout->indexOf(dnode.outer) : -1;
     if (index < 0)
         return;
-    parent->layout->setStretch(index,
-                               stretch_of(dnode.grow, parent->is_row, container_of(dnode.outer)));
+    parent->layout->setStretch(
+        index, stretch_of(dnode.grow, parent->arrangement.is_row, container_of(dnode.outer)));
     rebalance_stretches(*parent);
 }
 
@@ -256,10 +265,10 @@ void append_child(DNode& parent, const DNode& child, const NodeStyle& style) {
 }
 
 void insert_child(DNode& parent, const DNode& child, long long index, const NodeStyle& style) {
-    place_child(
-        parent, child,
-        layout_index(index, parent.leading_items, parent.floating_children, parent.layout->count()),
-        style);
+    place_child(parent, child,
+                layout_index(index, parent.arrangement.leading_items,
+                             parent.arrangement.floating_children, parent.layout->count()),
+                style);
 }
 
 void wrap_widget(ViewState& view, DNode& dnode, const NodeStyle& style) {
@@ -281,7 +290,7 @@ void update_wrappers(ViewState& view, DNode& dnode, const NodeStyle& style) {
     MaxWidthContainer* container = container_of(dnode.outer);
     const bool fits = needs_margins(style) == (dnode.margin_layout != nullptr) &&
                       needs_max_width(style) == (container != nullptr);
-    if (!fits && !dnode.bar_floating) {
+    if (!fits && !dnode.overlay.is_bar()) {
         rewrap_node(view, dnode, style);
         return;
     }
@@ -292,11 +301,11 @@ void update_wrappers(ViewState& view, DNode& dnode, const NodeStyle& style) {
 }
 
 void reserve_bottom(DNode& host, int pixels) {
-    host.reserved_bottom = gap(pixels);
+    host.arrangement.reserved_bottom = gap(pixels);
     if (!host.layout)
         return;
     QMargins margins = host.layout->contentsMargins();
-    margins.setBottom(host.inset_bottom + host.reserved_bottom);
+    margins.setBottom(host.arrangement.inset_bottom + host.arrangement.reserved_bottom);
     host.layout->setContentsMargins(margins);
 }
 

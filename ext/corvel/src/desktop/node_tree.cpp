@@ -31,7 +31,7 @@ void pause_layout(ViewState& view, QLayout* layout) {
     if (!layout->isEnabled() || !layout->parentWidget()->isVisible())
         return;
     layout->setEnabled(false);
-    view.paused_layouts.emplace_back(layout);
+    view.queue.paused_layouts.emplace_back(layout);
 }
 
 /// A layout shows a new child later, unless the child has been hidden by then: without a parent it
@@ -59,7 +59,7 @@ void forget_node(ViewState& view, NodeMap::iterator entry) {
     DNode& dnode = entry->second;
     close_modal(view, entry->first);
     view.by_outer.erase(dnode.outer);
-    view.floating.erase(entry->first);
+    view.overlays.floating.erase(entry->first);
     if (!dnode.outer->parentWidget()) {
         silence(view, dnode.outer);
         discard(dnode.outer);
@@ -74,7 +74,7 @@ void forget_descendants(ViewState& view, const DNode& top) {
          at != view.nodes.end() && at->first.starts_with(prefix); ++at)
         if (is_below(at->second, top)) {
             doomed.push_back(at);
-            if (view.modals.contains(at->first))
+            if (view.overlays.modals.contains(at->first))
                 silence(view, at->second.outer);
         }
     // Children first: each still finds its parents.
@@ -149,16 +149,16 @@ void forget_all_nodes(ViewState& view) {
         if (!dnode.outer->parentWidget())
             dnode.outer->deleteLater();
     view.nodes.clear();
-    view.modals.clear();
-    view.floating.clear();
+    view.overlays.modals.clear();
+    view.overlays.floating.clear();
     view.by_outer.clear();
-    view.waiting_modals.clear();
-    view.scroll_values.clear();
-    view.themed_bars.clear();
+    view.overlays.waiting_modals.clear();
+    view.bars.scroll_values.clear();
+    view.bars.themed.clear();
 }
 
 void resume_layouts(ViewState& view) {
-    for (const QPointer<QLayout>& layout : std::exchange(view.paused_layouts, {}))
+    for (const QPointer<QLayout>& layout : std::exchange(view.queue.paused_layouts, {}))
         if (layout) {
             layout->setEnabled(true);
             layout->activate();

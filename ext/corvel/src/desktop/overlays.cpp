@@ -27,46 +27,43 @@ bool is_bar(const std::string& overlay) {
 }
 
 void float_as_bar(ViewState& view, DNode& dnode, const NodeStyle& style) {
-    dnode.bar_no_reserve = style.overlay != "PinnedBottom";
-    dnode.bar_modal_sheet = style.overlay == "ModalSheet";
+    dnode.overlay.no_reserve = style.overlay != "PinnedBottom";
     float_bar(view, dnode, style.offset_y);
 }
 
 /// Where a floating node is, or is on its way to.
 double aim_of(const DNode& dnode) {
-    if (dnode.overlay_animating)
-        return dnode.overlay_target;
-    return dnode.bar_floating ? dnode.bar_position : dnode.side_position;
+    return dnode.overlay.sliding ? dnode.overlay.target : dnode.overlay.position;
 }
 
 void update_bar(ViewState& view, DNode& dnode, const NodeStyle& style) {
-    if (!dnode.bar_floating)
+    if (!dnode.overlay.is_bar())
         float_as_bar(view, dnode, style);
     else if (style.overlay != "BottomSheet" && style.offset_y != aim_of(dnode))
-        animate_overlay(view, dnode, dnode.bar_position, style.offset_y);
+        animate_overlay(view, dnode, dnode.overlay.position, style.offset_y);
 }
 
 void update_side(ViewState& view, DNode& dnode, const NodeStyle& style) {
-    if (!dnode.side_floating) {
+    if (!dnode.overlay.is_side()) {
         float_side(view, dnode, style.offset_x, style.max_width);
         return;
     }
-    dnode.side_max_width = style.max_width;
+    dnode.overlay.max_width = style.max_width;
     if (style.offset_x != aim_of(dnode))
-        animate_overlay(view, dnode, dnode.side_position, style.offset_x);
+        animate_overlay(view, dnode, dnode.overlay.position, style.offset_x);
     else
-        move_side(view, dnode, dnode.side_position);
+        move_side(view, dnode, dnode.overlay.position);
 }
 
 void move_overlay(ViewState& view, DNode& dnode, double position) {
-    if (dnode.bar_floating)
+    if (dnode.overlay.is_bar())
         move_bar(view, dnode, position);
     else
         move_side(view, dnode, position);
 }
 
 void show_overlay(DNode& dnode) {
-    if (dnode.bar_floating)
+    if (dnode.overlay.is_bar())
         show_bar(dnode);
     else
         show_side(dnode);
@@ -76,13 +73,13 @@ void show_overlay(DNode& dnode) {
 /// what is out of place is raised: raising repaints.
 void restack(ViewState& view) {
     std::map<DNode*, std::vector<QWidget*>> stacks;
-    for (const std::string& path : view.floating) {
+    for (const std::string& path : view.overlays.floating) {
         DNode* dnode = view.find(path);
         DNode* host = dnode ? host_of(view, *dnode) : nullptr;
         if (!host)
             continue;
-        if (dnode->side_scrim)
-            stacks[host].push_back(dnode->side_scrim);
+        if (dnode->overlay.scrim)
+            stacks[host].push_back(dnode->overlay.scrim);
         stacks[host].push_back(dnode->outer);
     }
     for (auto& [host, wanted] : stacks) {
@@ -105,56 +102,54 @@ void restack(ViewState& view) {
 /// The node that `slide` moves, null if it is gone, no longer floats or slides otherwise by now.
 DNode* sliding_node(ViewState& view, const std::string& path, const QVariantAnimation* slide) {
     DNode* dnode = view.find(path);
-    const bool current =
-        dnode && (dnode->bar_floating || dnode->side_floating) && dnode->overlay_animation == slide;
+    const bool current = dnode && dnode->overlay.floats() && dnode->overlay.slide == slide;
     return current ? dnode : nullptr;
 }
 
 } // namespace
 
 DNode* host_of(ViewState& view, const DNode& dnode) {
-    DNode* host = view.find(dnode.host_path);
+    DNode* host = view.find(dnode.overlay.host_path);
     return host && host->box ? host : nullptr;
 }
 
 bool float_node(ViewState& view, DNode& dnode) {
     DNode* host = dnode.parent;
     // A modal window stays one to the end of its node.
-    if (!host || !host->box || view.modals.contains(*dnode.path))
+    if (!host || !host->box || view.overlays.modals.contains(*dnode.path))
         return false;
     const FocusKeeper focus(*dnode.outer);
     view.tab_order_stale = true;
-    dnode.host_path = *host->path;
+    dnode.overlay.host_path = *host->path;
     host->box->on_resize = [&view] { position_overlays(view); };
     if (host->layout)
         host->layout->removeWidget(dnode.outer);
     dnode.outer->setParent(host->box);
     dnode.outer->show();
-    dnode.overlay_animating = false;
-    ++host->floating_children;
-    view.floating.insert(*dnode.path);
+    dnode.overlay.sliding = false;
+    ++host->arrangement.floating_children;
+    view.overlays.floating.insert(*dnode.path);
     rebalance_stretches(*host);
     return true;
 }
 
 void leave_host(ViewState& view, DNode& dnode) {
-    if (!dnode.bar_floating && !dnode.side_floating)
+    if (!dnode.overlay.floats())
         return;
     stop_overlay_animation(dnode);
-    view.floating.erase(*dnode.path);
-    if (dnode.side_scrim) {
-        dnode.side_scrim->hide();
-        dnode.side_scrim->deleteLater();
-        dnode.side_scrim = nullptr;
+    view.overlays.floating.erase(*dnode.path);
+    if (dnode.overlay.scrim) {
+        dnode.overlay.scrim->hide();
+        dnode.overlay.scrim->deleteLater();
+        dnode.overlay.scrim = nullptr;
     }
     if (DNode* host = host_of(view, dnode)) {
-        host->floating_children = std::max(host->floating_children - 1, 0);
-        if (dnode.bar_floating && !dnode.bar_no_reserve)
+        host->arrangement.floating_children = std::max(host->arrangement.floating_children - 1, 0);
+        if (dnode.overlay.is_bar() && !dnode.overlay.no_reserve)
             reserve_bottom(*host, 0);
     }
-    dnode.bar_floating = false;
-    dnode.side_floating = false;
-    dnode.host_path.clear();
+    dnode.overlay.kind = OverlayKind::None;
+    dnode.overlay.host_path.clear();
 }
 
 void set_effect_opacity(QGraphicsOpacityEffect* effect, double opacity) {
@@ -163,26 +158,26 @@ void set_effect_opacity(QGraphicsOpacityEffect* effect, double opacity) {
 }
 
 void stop_overlay_animation(DNode& dnode) {
-    dnode.overlay_animating = false;
-    if (dnode.overlay_animation)
-        dnode.overlay_animation->stop();
-    dnode.overlay_animation = nullptr;
+    dnode.overlay.sliding = false;
+    if (dnode.overlay.slide)
+        dnode.overlay.slide->stop();
+    dnode.overlay.slide = nullptr;
 }
 
 // The callbacks look the node up by its path: it may have died, or died and come back, meanwhile.
 void animate_overlay(ViewState& view, DNode& dnode, double from, double to) {
     stop_overlay_animation(dnode);
     dnode.outer->setVisible(true);
-    if (dnode.side_scrim)
-        dnode.side_scrim->setVisible(true);
+    if (dnode.overlay.scrim)
+        dnode.overlay.scrim->setVisible(true);
     auto* slide = new QVariantAnimation(view.root);
     slide->setDuration(SLIDE_MS);
     slide->setEasingCurve(QEasingCurve::InOutQuad);
     slide->setStartValue(from);
     slide->setEndValue(to);
-    dnode.overlay_animation = slide;
-    dnode.overlay_target = to;
-    dnode.overlay_animating = true;
+    dnode.overlay.slide = slide;
+    dnode.overlay.target = to;
+    dnode.overlay.sliding = true;
     const std::string path = *dnode.path;
     QObject::connect(slide, &QVariantAnimation::valueChanged, view.root,
                      [&view, path, slide](const QVariant& value) {
@@ -196,8 +191,8 @@ void animate_overlay(ViewState& view, DNode& dnode, double from, double to) {
         move_overlay(view, *moved, to);
         show_overlay(*moved);
         // Only now: until it rests, what scrolls in it asks for no render, which could end it.
-        moved->overlay_animating = false;
-        moved->overlay_animation = nullptr;
+        moved->overlay.sliding = false;
+        moved->overlay.slide = nullptr;
     });
     slide->start(QAbstractAnimation::DeleteWhenStopped);
 }
@@ -205,7 +200,7 @@ void animate_overlay(ViewState& view, DNode& dnode, double from, double to) {
 void float_overlays(ViewState& view, const RenderNode& node) {
     const NodeStyle& style = node.style;
     if (is_bar(style.overlay)) {
-        if (DNode* dnode = view.find(node.path); dnode && !dnode->bar_floating)
+        if (DNode* dnode = view.find(node.path); dnode && !dnode->overlay.is_bar())
             float_as_bar(view, *dnode, style);
     } else if (style.overlay == "SideSheet") {
         if (DNode* dnode = view.find(node.path))
@@ -221,33 +216,32 @@ void update_overlay(ViewState& view, DNode& dnode, const NodeStyle& style) {
         update_side(view, dnode, style);
     else if (is_bar(style.overlay))
         update_bar(view, dnode, style);
-    else if (dnode.bar_floating)
+    else if (dnode.overlay.is_bar())
         settle_bar(view, dnode, style);
 }
 
 void position_overlays(ViewState& view) {
     // Moving an overlay resizes it, and it may itself be a host: its own overlays come later in
     // this very walk, since paths sort behind those of their ancestors.
-    if (view.floating.empty() || view.positioning)
+    if (view.overlays.floating.empty() || view.overlays.positioning)
         return;
-    view.positioning = true;
-    for (const std::string& path : view.floating) {
+    view.overlays.positioning = true;
+    for (const std::string& path : view.overlays.floating) {
         DNode* dnode = view.find(path);
-        if (!dnode || dnode->overlay_animating)
+        if (!dnode || dnode->overlay.sliding)
             continue;
-        move_overlay(view, *dnode,
-                     dnode->bar_floating ? dnode->bar_position : dnode->side_position);
+        move_overlay(view, *dnode, dnode->overlay.position);
         show_overlay(*dnode);
     }
     restack(view);
-    view.positioning = false;
+    view.overlays.positioning = false;
 }
 
 bool any_overlay_animating(ViewState& view) {
-    return std::any_of(view.floating.begin(), view.floating.end(),
+    return std::any_of(view.overlays.floating.begin(), view.overlays.floating.end(),
                        [&view](const std::string& path) {
                            const DNode* dnode = view.find(path);
-                           return dnode && dnode->overlay_animating;
+                           return dnode && dnode->overlay.sliding;
                        });
 }
 

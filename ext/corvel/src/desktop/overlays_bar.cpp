@@ -27,52 +27,52 @@ int bar_height(const QWidget& bar, int width) {
 } // namespace
 
 void float_bar(ViewState& view, DNode& dnode, double position) {
-    if (dnode.bar_floating || dnode.side_floating)
+    if (dnode.overlay.floats())
         return;
     auto* container = qobject_cast<MaxWidthContainer*>(dnode.outer);
-    if (container && dnode.bar_no_reserve && dnode.parent && dnode.parent->box)
+    if (container && dnode.overlay.no_reserve && dnode.parent && dnode.parent->box)
         container->set_bounded(false);
     if (!float_node(view, dnode))
         return;
-    if (!dnode.bar_effect) {
-        dnode.bar_effect = new QGraphicsOpacityEffect;
-        dnode.outer->setGraphicsEffect(dnode.bar_effect);
+    if (!dnode.overlay.effect) {
+        dnode.overlay.effect = new QGraphicsOpacityEffect;
+        dnode.outer->setGraphicsEffect(dnode.overlay.effect);
     }
-    dnode.bar_floating = true;
+    dnode.overlay.kind = OverlayKind::Bar;
     dnode.outer->raise();
     move_bar(view, dnode, position);
     show_bar(dnode);
 }
 
 void move_bar(ViewState& view, DNode& dnode, double position) {
-    dnode.bar_position = position;
+    dnode.overlay.position = position;
     DNode* host = host_of(view, dnode);
     if (!host)
         return;
     const QSize size = host->box->size();
-    const int height = bar_height(*dnode.outer, size.width() - 2 * host->inset);
-    const Area area = bar_area(size.width(), size.height(), host->inset, height, position);
+    const int height = bar_height(*dnode.outer, size.width() - 2 * host->arrangement.inset);
+    const Area area =
+        bar_area(size.width(), size.height(), host->arrangement.inset, height, position);
     dnode.outer->setGeometry(area.x, area.y, area.width, area.height);
-    set_effect_opacity(dnode.bar_effect, 1 - position);
-    if (!dnode.bar_no_reserve)
+    set_effect_opacity(dnode.overlay.effect, 1 - position);
+    if (!dnode.overlay.no_reserve)
         reserve_bottom(*host, bar_reserve(height, position));
 }
 
 void show_bar(DNode& dnode) {
-    dnode.outer->setVisible(dnode.bar_position < 1.0);
+    dnode.outer->setVisible(dnode.overlay.position < 1.0);
 }
 
 void settle_bar(ViewState& view, DNode& dnode, const NodeStyle& style) {
-    if (!dnode.bar_floating)
+    if (!dnode.overlay.is_bar())
         return;
     const FocusKeeper focus(*dnode.outer);
     view.tab_order_stale = true;
     leave_host(view, dnode);
-    dnode.bar_no_reserve = false;
-    dnode.bar_modal_sheet = false;
+    dnode.overlay.no_reserve = false;
     dnode.outer->setGraphicsEffect(nullptr);
-    dnode.bar_effect = nullptr;
-    dnode.bar_position = 0;
+    dnode.overlay.effect = nullptr;
+    dnode.overlay.position = 0;
     dnode.outer->setParent(nullptr);
     if (!dnode.parent || !dnode.parent->layout) {
         dnode.outer->hide();

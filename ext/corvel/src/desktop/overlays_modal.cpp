@@ -102,7 +102,7 @@ void drop(ViewState& view, const ModalWindow& modal) {
     if (!in_use)
         return;
     QWidget* next = view.root;
-    for (const auto& [path, other] : view.modals)
+    for (const auto& [path, other] : view.overlays.modals)
         if (other.window && other.window->isVisible())
             next = other.window;
     next->activateWindow();
@@ -129,32 +129,32 @@ void create_modal(ViewState& view, const RenderNode& node, DNode* parent) {
     for (const RenderNode& child : node.children)
         float_overlays(view, child);
     close_modal(view, node.path);
-    view.modals[node.path] = modal;
+    view.overlays.modals[node.path] = modal;
     if (view.root->isVisible())
         open_modal(view, modal);
     else
-        view.waiting_modals.push_back(node.path);
+        view.overlays.waiting_modals.push_back(node.path);
     create_modals(view, inner);
 }
 
 void close_modal(ViewState& view, const std::string& path) {
-    const auto entry = view.modals.find(path);
-    if (entry == view.modals.end())
+    const auto entry = view.overlays.modals.find(path);
+    if (entry == view.overlays.modals.end())
         return;
     const ModalWindow modal = std::exchange(entry->second, {});
-    view.modals.erase(entry);
+    view.overlays.modals.erase(entry);
     drop(view, modal);
 }
 
 void open_waiting_modals(ViewState& view) {
-    for (const std::string& path : std::exchange(view.waiting_modals, {}))
-        if (const auto entry = view.modals.find(path);
-            entry != view.modals.end() && !entry->second.window->isVisible())
+    for (const std::string& path : std::exchange(view.overlays.waiting_modals, {}))
+        if (const auto entry = view.overlays.modals.find(path);
+            entry != view.overlays.modals.end() && !entry->second.window->isVisible())
             open_modal(view, entry->second);
 }
 
 void resize_scrims(ViewState& view) {
-    for (const auto& [path, modal] : view.modals)
+    for (const auto& [path, modal] : view.overlays.modals)
         if (modal.scrim)
             modal.scrim->setGeometry(view.root->rect());
 }

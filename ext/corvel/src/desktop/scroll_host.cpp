@@ -22,7 +22,7 @@ namespace Corvel {
 namespace {
 
 void scrolled(ViewState& view, QScrollBar* bar, int value) {
-    const int delta = value - std::exchange(view.scroll_values[bar], value);
+    const int delta = value - std::exchange(view.bars.scroll_values[bar], value);
     // A render now could move the very bar that is sliding.
     if (delta != 0 && !any_overlay_animating(view) && view.app->accumulate_scroll(delta))
         view.render_now();
@@ -30,23 +30,23 @@ void scrolled(ViewState& view, QScrollBar* bar, int value) {
 }
 
 void watch_bar(ViewState& view, QScrollBar* bar) {
-    view.scroll_values[bar] = bar->value();
+    view.bars.scroll_values[bar] = bar->value();
     QObject::connect(bar, &QScrollBar::valueChanged, view.root,
                      [&view, bar](int value) { scrolled(view, bar, value); });
 }
 
 /// The theme's colour for the handles, a grey that shows on any surface if it has none.
 QColor handle_color(const ViewState& view) {
-    const QColor color = color_of(view.bar_color);
+    const QColor color = color_of(view.bars.color);
     return color.isValid() ? color : QColor(Qt::gray);
 }
 
 void add_themed_bar(ViewState& view, QScrollBar* bar) {
-    view.themed_bars.insert(bar);
+    view.bars.themed.insert(bar);
     style_scroll_bar(bar, handle_color(view));
     QObject::connect(bar, &QObject::destroyed, view.root, [&view, bar] {
-        view.themed_bars.erase(bar);
-        view.scroll_values.erase(bar);
+        view.bars.themed.erase(bar);
+        view.bars.scroll_values.erase(bar);
     });
 }
 
@@ -78,7 +78,7 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
     // The area turns this on for the widget that it is given.
     content->setAutoFillBackground(false);
     frame->addWidget(area);
-    dnode.scroll_area = area;
+    dnode.arrangement.scroll_area = area;
     if (upright)
         watch_bar(view, area->verticalScrollBar());
     else
@@ -87,15 +87,15 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
 }
 
 void drop_scroll_host(ViewState& view, DNode& dnode) {
-    QScrollArea* area = std::exchange(dnode.scroll_area, nullptr);
+    QScrollArea* area = std::exchange(dnode.arrangement.scroll_area, nullptr);
     if (!area)
         return;
     QScrollBar* bar = area->verticalScrollBar();
     bar->disconnect(view.root);
-    view.scroll_values.erase(bar);
-    view.themed_bars.erase(bar);
-    view.themed_bars.erase(area->horizontalScrollBar());
-    view.strips.erase(area);
+    view.bars.scroll_values.erase(bar);
+    view.bars.themed.erase(bar);
+    view.bars.themed.erase(area->horizontalScrollBar());
+    view.bars.strips.erase(area);
     // One of its bars may be the sender of the signal that led here.
     area->hide();
     area->setParent(nullptr);
@@ -107,10 +107,10 @@ void theme_scroll_bars(ViewState& view) {
     const std::string& color = theme == view.app->themes().end()
                                    ? std::string()
                                    : theme_value(theme->second, "Foreground");
-    if (color == view.bar_color)
+    if (color == view.bars.color)
         return;
-    view.bar_color = color;
-    for (QScrollBar* bar : view.themed_bars)
+    view.bars.color = color;
+    for (QScrollBar* bar : view.bars.themed)
         style_scroll_bar(bar, handle_color(view));
 }
 

@@ -44,13 +44,13 @@ void StripArea::wheelEvent(QWheelEvent* event) {
 }
 
 void watch_strip(ViewState& view, QScrollArea* strip) {
-    view.strips.emplace(strip, std::string());
+    view.bars.strips.emplace(strip, std::string());
     QObject::connect(strip, &QObject::destroyed, view.root,
-                     [&view, strip] { view.strips.erase(strip); });
+                     [&view, strip] { view.bars.strips.erase(strip); });
 }
 
 void reveal_active_children(ViewState& view) {
-    for (auto& [strip, shown] : view.strips) {
+    for (auto& [strip, shown] : view.bars.strips) {
         const DNode* child = active_child(view, *strip);
         if (!child || *child->path == shown)
             continue;

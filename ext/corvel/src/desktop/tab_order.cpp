@@ -59,7 +59,7 @@ void renew_tab_order(ViewState& view) {
     Fields fields;
     add_layout(view, *view.root_layout, fields);
     // What floats lies above the rest and comes last.
-    for (const std::string& path : view.floating) {
+    for (const std::string& path : view.overlays.floating) {
         const DNode* dnode = view.find(path);
         if (!dnode || dnode->widget->window() != view.root)
             continue;
@@ -68,7 +68,7 @@ void renew_tab_order(ViewState& view) {
             add_layout(view, *dnode->layout, fields);
     }
     chain(fields);
-    for (const auto& [path, modal] : view.modals) {
+    for (const auto& [path, modal] : view.overlays.modals) {
         Fields inside;
         const DNode* dnode = view.find(path);
         if (dnode && dnode->layout)

@@ -13,18 +13,18 @@ constexpr int CHECK_DELAY_MS = 50;
 }
 
 void watch_video(ViewState& view, VideoWidget* video) {
-    view.videos.push_back(video);
+    view.videos.all.push_back(video);
     QObject::connect(video, &QObject::destroyed, view.root,
-                     [&view, video] { std::erase(view.videos, video); });
+                     [&view, video] { std::erase(view.videos.all, video); });
 }
 
 void schedule_video_check(ViewState& view) {
-    if (view.video_check_pending || view.videos.empty() || !view.root)
+    if (view.videos.check_pending || view.videos.all.empty() || !view.root)
         return;
-    view.video_check_pending = true;
+    view.videos.check_pending = true;
     QTimer::singleShot(CHECK_DELAY_MS, view.root, [&view] {
-        view.video_check_pending = false;
-        select_active_video(view.videos);
+        view.videos.check_pending = false;
+        select_active_video(view.videos.all);
     });
 }
 

@@ -11,7 +11,7 @@ namespace {
 // so that chains of links may be of any length. Callbacks may change links and destroy attributes.
 class NotificationWalk {
 public:
-    using Emitter = Signal Records::AttributeRecord::*;
+    using Emitter = Signal AttributeExtras::*;
 
     explicit NotificationWalk(Emitter signal)
         : signal_(signal)
@@ -51,21 +51,20 @@ private:
 
     void visit(LAttribute& attribute) {
         frames_.push_back({&attribute, {}});
-        (Records::of(attribute).*signal_).emit();
+        if (Records::of(attribute).extras)
+            (Records::of(attribute).extras.get()->*signal_).emit();
         Frame& frame = frames_.back();
-        if (frame.attribute == nullptr)
+        if (frame.attribute == nullptr || !Records::of(attribute).extras)
             return;
-        const Dependents* const dependents = Records::of(attribute).dependents.get();
-        if (dependents == nullptr)
-            return;
-        std::copy_if(dependents->list.begin(), dependents->list.end(),
+        const Dependents& dependents = Records::of(attribute).extras->dependents;
+        std::copy_if(dependents.list.begin(), dependents.list.end(),
                      std::back_inserter(frame.dependents),
                      [](const LAttribute* dependent) { return dependent != nullptr; });
-        frame.dependents_version = dependents->version;
+        frame.dependents_version = dependents.version;
     }
 
     static bool still_depends(const Frame& frame, const LAttribute* dependent) {
-        const Dependents& now = *Records::of(*frame.attribute).dependents;
+        const Dependents& now = Records::of(*frame.attribute).extras->dependents;
         return now.version == frame.dependents_version ||
                std::find(now.list.begin(), now.list.end(), dependent) != now.list.end();
     }
@@ -77,43 +76,20 @@ private:
 };
 
 void notify(LAttribute& attribute, NotificationWalk::Emitter signal) {
-    if (!Records::of(attribute).dependents)
-        (Records::of(attribute).*signal).emit();
-    else
+    if (Records::of(attribute).extras)
         NotificationWalk(signal).run(attribute);
 }
 
 void notify_value(LAttribute& attribute) {
-    notify(attribute, &Records::AttributeRecord::value_changed);
-}
-
-bool holds(const std::vector<std::string>& active, std::string_view state) {
-    return std::find(active.begin(), active.end(), state) != active.end();
-}
-
-// The state variant with the most names, all of which are active; null if none.
-const LAttribute* best_state_child(const LAttribute& attribute,
-                                   const std::vector<std::string>& active) {
-    const auto is_active = [&](std::string_view state) { return holds(active, state); };
-    for (const StateVariant& variant : Records::state_variants(attribute))
-        if (all_states(variant.attribute->name(), is_active))
-            return variant.attribute;
-    return nullptr;
+    notify(attribute, &AttributeExtras::value_changed);
 }
 
 const AttributeValue& value_under(const LAttribute& attribute,
                                   const std::vector<std::string>& active) {
-    if (active.empty())
+    const StateCache* const cache = active.empty() ? nullptr : Records::state_cache(attribute);
+    if (cache == nullptr)
         return attribute.terminal_value();
-    const LAttribute* current = &attribute;
-    for (;;) {
-        if (const LAttribute* variant = best_state_child(*current, active))
-            return variant->terminal_value();
-        const LAttribute* const target = current->link_target();
-        if (target == nullptr)
-            return current->value();
-        current = target;
-    }
+    return Records::value_source(*cache, ActiveStates::of(active)).value();
 }
 
 } // namespace
@@ -135,16 +111,17 @@ void LAttribute::operator delete(void* memory) {
 
 LAttribute::~LAttribute() {
     NotificationWalk::forget(*this);
-    if (attribute_->dependents)
+    if (attribute_->extras)
         clear_dependents();
     if (attribute_->link) {
         Records::attach(*this, nullptr);
-        attribute_->link_changed.emit();
+        if (attribute_->extras)
+            attribute_->extras->link_changed.emit();
     }
 }
 
 void LAttribute::clear_dependents() {
-    Dependents& dependents = *attribute_->dependents;
+    Dependents& dependents = attribute_->extras->dependents;
     while (!dependents.list.empty()) {
         if (LAttribute* const dependent = dependents.list.back()) {
             dependent->clear_link(false);
@@ -156,39 +133,52 @@ void LAttribute::clear_dependents() {
 }
 
 void LAttribute::set_value(AttributeValue value) {
-    if (attribute_->link)
-        clear_link(false);
-    else if (attribute_->value == value)
+    if (attribute_->link || attribute_->value.get() != value)
+        Records::set_value(*this, SharedValue(std::move(value)));
+}
+
+void Records::set_value(LAttribute& attribute, const SharedValue& value) {
+    AttributeRecord& record = of(attribute);
+    if (record.link)
+        attribute.clear_link(false);
+    else if (record.value.get() == value.get())
         return;
-    attribute_->value = std::move(value);
+    record.value = value;
     note_value_change();
-    notify_value(*this);
+    notify_value(attribute);
 }
 
 bool LAttribute::set_link(std::string_view path) {
-    const SharedName kept(path); // the view may lie in the link that goes
     if (path.empty())
         return false;
-    clear_link(false);
-    attribute_->value = {};
-    attribute_->link = std::unique_ptr<AttributeLink>(new AttributeLink);
-    attribute_->link->path = kept;
-    note_shape_change();
-    notify(*this, &Implementation::link_changed);
-    notify_value(*this);
+    Records::set_link(*this, SharedName(path));
     return true;
+}
+
+// The path is a copy: it may be that of the link that goes.
+void Records::set_link(LAttribute& attribute, const SharedName& path) {
+    const SharedName kept = path;
+    attribute.clear_link(false);
+    AttributeRecord& record = of(attribute);
+    record.value = {};
+    record.link = std::unique_ptr<AttributeLink>(new AttributeLink);
+    record.link->path = kept;
+    note_shape_change();
+    notify(attribute, &AttributeExtras::link_changed);
+    notify_value(attribute);
 }
 
 void LAttribute::clear_link(bool notify_dependents) {
     if (!attribute_->link)
         return;
     if (attribute_->link->target != nullptr) {
-        attribute_->value = AttributeValue(terminal_value());
+        attribute_->value = Records::of(terminal()).value;
         Records::attach(*this, nullptr);
     }
     attribute_->link.reset();
     note_shape_change();
-    attribute_->link_changed.emit();
+    if (attribute_->extras)
+        attribute_->extras->link_changed.emit();
     if (notify_dependents)
         notify_value(*this);
 }
@@ -211,14 +201,18 @@ bool LAttribute::cyclic() const {
 }
 
 const AttributeValue& LAttribute::value() const {
-    return attribute_->value;
+    return attribute_->value.get();
 }
 
-const AttributeValue& LAttribute::terminal_value() const {
+const LAttribute& LAttribute::terminal() const {
     const LAttribute* end = this;
     while (const LAttribute* const target = end->link_target())
         end = target;
-    return end->value();
+    return *end;
+}
+
+const AttributeValue& LAttribute::terminal_value() const {
+    return terminal().value();
 }
 
 const double* LAttribute::number_value(const std::vector<std::string>& active_states) const {
@@ -230,11 +224,11 @@ const std::string* LAttribute::string_value(const std::vector<std::string>& acti
 }
 
 Signal& LAttribute::value_changed() {
-    return attribute_->value_changed;
+    return attribute_->more().value_changed;
 }
 
 Signal& LAttribute::link_changed() {
-    return attribute_->link_changed;
+    return attribute_->more().link_changed;
 }
 
 } // namespace Layers

@@ -2,7 +2,6 @@
 
 #include "layers/node_style.h"
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,35 +22,12 @@ struct AttributeInfo {
     std::string_view name; ///< as written in a file, group included: "Size.Width"
     AttributeKind kind;
     std::string_view meaning; ///< one line for the author of a style
+    std::string_view values;  ///< of a text that is one of a few: "Row, Column"; empty: any
 };
 
 /// The whole vocabulary in reading order, the fill attributes and the "Thickness" of a "Border"
 /// layer included.
 const std::vector<AttributeInfo>& attribute_vocabulary();
-
-/// Reads every known attribute of `layer` under `active_states`. A null layer gives the defaults.
-Corvel::NodeStyle read_node_style(const LLayer* layer,
-                                  const std::vector<std::string>& active_states);
-
-/// Reads the style of one layer again and again, for other states or after values have changed. It
-/// finds the layer's known attributes once and after that reads these alone; a change of the
-/// tree's links, names or children makes it look again by itself. Results are those of
-/// `read_node_style`. The layer must outlive the reader.
-class StyleReader {
-public:
-    /// A null layer gives the defaults.
-    explicit StyleReader(const LLayer* layer);
-
-    ~StyleReader();
-    StyleReader(StyleReader&&) noexcept;
-    StyleReader& operator=(StyleReader&&) noexcept;
-
-    Corvel::NodeStyle read(const std::vector<std::string>& active_states) const;
-
-private:
-    struct Plan;
-    std::unique_ptr<Plan> plan_;
-};
 
 /// Scales `style` in place for the state "Mobile", if it is among `active_states`; attributes that
 /// have a "Mobile" value of their own are left alone. `is_icon` chooses the icon factor for width

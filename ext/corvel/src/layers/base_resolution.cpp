@@ -1,58 +1,88 @@
+#include "layers/base_resolution.h"
+
 #include "layers/chain_ends.h"
-#include "layers/linker.h"
 #include "layers/object_records.h"
 #include "layers/tree_paths.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace Layers {
 namespace {
 
-bool contains(const LLayer& outer, const LLayer* inner) {
-    for (const LObject* object = inner; object != nullptr; object = object->parent())
-        if (object == &outer)
-            return true;
-    return false;
-}
-
-bool has_based_ancestor(const LLayer& layer) {
-    for (const LLayer* outer = enclosing_layer(layer); outer; outer = enclosing_layer(*outer))
-        if (outer->base() != nullptr)
-            return true;
-    return false;
-}
-
+/// Walks the layers from outer to inner. Those on the way to the present one are marked as being
+/// visited, so that a chain of bases that meets one of them is found without looking further.
 class BaseResolver {
 public:
-    void resolve(LLayer& layer) {
+    explicit BaseResolver(LLayer& start) {
+        for (LLayer* outer = enclosing_layer(start); outer != nullptr;
+             outer = enclosing_layer(*outer))
+            path_.push_back({outer});
+        std::reverse(path_.begin(), path_.end());
+        outer_count_ = path_.size();
+        for (const Step& step : path_)
+            Records::visiting(*step.layer) = true;
+        enter(start);
+    }
+
+    ~BaseResolver() {
+        for (const Step& step : path_)
+            Records::visiting(*step.layer) = false;
+    }
+    BaseResolver(const BaseResolver&) = delete;
+    BaseResolver& operator=(const BaseResolver&) = delete;
+
+    void run() {
+        while (path_.size() > outer_count_)
+            step();
+    }
+
+private:
+    struct Step {
+        LLayer* layer;
+        std::size_t next_child = 0;
+    };
+
+    void step() {
+        Step& step = path_.back();
+        const std::vector<LLayer*>& children = Records::child_layers(*step.layer);
+        if (step.next_child < children.size())
+            return enter(*children[step.next_child++]);
+        Records::visiting(*step.layer) = false;
+        path_.pop_back();
+    }
+
+    void enter(LLayer& layer) {
+        Records::visiting(layer) = true;
+        path_.push_back({&layer});
         Records::LayerRecord& record = Records::of(layer);
-        if (record.base != nullptr || record.base_path.empty())
+        if (record.base != nullptr) {
+            ends_.forget(); // what is known may lead past this layer
             return;
-        record.base = find_base(layer, top_layer(layer));
+        }
+        if (record.base_path.empty())
+            return;
+        // The top layer is the one two steps below the root, or the layer itself.
+        record.base = find_base(layer, *path_[std::min<std::size_t>(path_.size() - 1, 2)].layer);
         if (record.base == nullptr)
-            record.base = find_base(layer, root_layer(layer));
+            record.base = find_base(layer, *path_.front().layer);
         if (record.base != nullptr)
             note_shape_change();
     }
 
-private:
+    // No layer on the candidate's chain of bases may be `layer` itself or contain it.
     LLayer* find_base(const LLayer& layer, const LLayer& start) {
         LLayer* const candidate = start.find_layer(layer.base_path());
-        return candidate != nullptr && is_allowed(layer, *candidate) ? candidate : nullptr;
+        if (candidate == nullptr)
+            return nullptr;
+        const LLayer* const end = ends_.end_of(candidate, [](const LLayer& l) -> const LLayer* {
+            return Records::visiting(l) ? nullptr : l.base();
+        });
+        return Records::visiting(*end) ? nullptr : candidate;
     }
 
-    // No layer on the candidate's chain of bases may be `layer` itself or contain it. While those
-    // have no bases themselves, they can only be the end of the chain.
-    bool is_allowed(const LLayer& layer, const LLayer& candidate) {
-        const auto base_of = [](const LLayer& l) { return l.base(); };
-        if (!has_based_ancestor(layer))
-            return !contains(*ends_.end_of(&candidate, base_of), &layer);
-        for (const LLayer* base = &candidate; base != nullptr; base = base->base())
-            if (contains(*base, &layer))
-                return false;
-        return true;
-    }
-
+    std::vector<Step> path_;      ///< from the root on
+    std::size_t outer_count_ = 0; ///< how many lie around the layer that the walk started from
     ChainEnds<LLayer> ends_;
 };
 
@@ -60,15 +90,7 @@ private:
 
 void resolve_bases(LLayer& layer) {
     ++tree_revisions.load;
-    tree_revisions.copies = 0;
-    BaseResolver resolver;
-    std::vector<LLayer*> pending{&layer};
-    while (!pending.empty()) {
-        LLayer& current = *pending.back();
-        pending.pop_back();
-        resolver.resolve(current);
-        push_child_layers(pending, current);
-    }
+    BaseResolver(layer).run();
 }
 
 } // namespace Layers

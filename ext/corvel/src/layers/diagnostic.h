@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace Layers {
 
@@ -9,8 +10,7 @@ namespace Layers {
 struct Diagnostic {
     std::uint64_t line = 0; ///< 1-based line of the offending token
     std::string message;    ///< words for the author of the file, without path or line
-
-    friend bool operator==(const Diagnostic&, const Diagnostic&) = default;
+    std::string_view place; ///< the text at fault, in the source; null where it is none of it
 };
 
 } // namespace Layers

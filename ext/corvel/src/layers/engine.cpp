@@ -1,12 +1,14 @@
 #include "layers/engine.h"
 
+#include "layers/attribute_links.h"
+#include "layers/base_resolution.h"
+#include "layers/inheritance.h"
 #include "layers/layer_builder.h"
 #include "layers/lexer.h"
-#include "layers/linker.h"
 #include "layers/log.h"
 #include "layers/parser.h"
+#include "layers/style_folder.h"
 
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <system_error>
@@ -17,11 +19,6 @@ namespace Layers {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct ListedFile {
-    fs::path path;
-    std::string text;
-};
 
 // An unreadable file counts as an empty one.
 std::string read_file(const fs::path& path) {
@@ -39,25 +36,6 @@ std::string read_file(const fs::path& path) {
     return text;
 }
 
-// A leading underscore switches a file off, but not a directory.
-bool is_layer_file(const fs::path& path) {
-    return !path.filename().string().starts_with('_') && path.extension() == ".lyr";
-}
-
-void scan_directory(const fs::path& path, std::vector<ListedFile>& files) {
-    if (!fs::is_directory(path)) {
-        log_line("engine: " + path.string() +
-                 ": Failed to read files because no directory was found at the given path.");
-        return;
-    }
-    for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
-        if (entry.is_directory())
-            scan_directory(entry.path(), files);
-        else if (entry.is_regular_file() && is_layer_file(entry.path()))
-            files.push_back({entry.path(), read_file(entry.path())});
-    }
-}
-
 void log_diagnostics(const std::string& pass, const std::string& path,
                      const std::vector<Diagnostic>& diagnostics) {
     for (const Diagnostic& diagnostic : diagnostics)
@@ -66,15 +44,18 @@ void log_diagnostics(const std::string& pass, const std::string& path,
 }
 
 // A file with lexer errors shows none of its parser errors, which mostly follow from them.
-void load_file(const ListedFile& file, LayerBuilder& builder) {
-    Lexer lexer(file.text);
+void load_file(const fs::path& file, LayerBuilder& builder, LoadLimits& limits) {
+    const std::string text = read_file(file);
+    Lexer lexer(text);
     Parser parser(lexer);
     const FileNode tree = parser.parse_file();
+    const std::string path = file.string();
     if (lexer.diagnostics().empty() && parser.diagnostics().empty()) {
-        builder.pour(tree);
+        const SharedName name(path);
+        limits.begin_file(name, text.size());
+        builder.pour(tree, name);
         return;
     }
-    const std::string path = file.path.string();
     log_line("engine: " + path + ": Failed to load file.");
     if (lexer.diagnostics().empty())
         log_diagnostics("parser", path, parser.diagnostics());
@@ -90,8 +71,9 @@ LLayer& target_layer(LLayer& root, const std::string& path) {
 
 } // namespace
 
-LayersEngine::LayersEngine()
-    : root_(std::make_unique<LLayer>("")) {}
+LayersEngine::LayersEngine(BuildObserver* observer)
+    : root_(std::make_unique<LLayer>(""))
+    , observer_(observer) {}
 
 LayersEngine::~LayersEngine() = default;
 
@@ -104,18 +86,15 @@ LLayer* LayersEngine::find_layer(const std::string& path) const {
 }
 
 void LayersEngine::load_directory(const fs::path& path, const std::string& layer) {
-    std::vector<ListedFile> files;
-    scan_directory(path, files);
-    std::sort(files.begin(), files.end(),
-              [](const ListedFile& a, const ListedFile& b) { return a.path < b.path; });
+    const std::vector<fs::path> files = style_files(path);
     LLayer& target = layer.empty() || files.empty() ? *root_ : target_layer(*root_, layer);
-    LayerBuilder builder(target);
-    for (const ListedFile& file : files)
-        load_file(file, builder);
+    LayerBuilder builder(target, limits_, observer_);
+    for (const fs::path& file : files)
+        load_file(file, builder, limits_);
     resolve_bases(target);
     for (const std::unique_ptr<LObject>& child : target.children())
         if (LLayer* const child_layer = child->as_layer())
-            link_layer(*child_layer);
+            link_layer(*child_layer, limits_);
 }
 
 void LayersEngine::link_attributes() {

@@ -1,51 +1,23 @@
 #include "layers/layer_builder.h"
 
-#include "layers/log.h"
+#include "layers/build_observer.h"
+#include "layers/literal_pool.h"
+#include "layers/load_limits.h"
 #include "layers/name_unfolding.h"
 #include "layers/object_records.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <memory>
+#include <optional>
 
 namespace Layers {
 namespace {
 
-constexpr std::size_t REPETITIONS_PER_FILE = 300'000;
-constexpr std::size_t BYTES_PER_NAME = 1'000'000; // of all texts that an expansion stands for
-
 enum class ItemKind { StateSet, Attribute, Layer, GroupSet };
 
-std::string color_text(const Color& color) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "#%02x%02x%02x%02x", color.red, color.green, color.blue,
-                  color.alpha);
-    return text.data();
-}
-
-AttributeValue attribute_value(const LiteralValue& literal) {
-    if (const auto* flag = std::get_if<bool>(&literal))
-        return *flag;
-    if (const auto* number = std::get_if<double>(&literal))
-        return *number;
-    if (const auto* text = std::get_if<std::string_view>(&literal))
-        return std::string(*text);
-    if (const auto* color = std::get_if<Color>(&literal))
-        return color_text(*color);
-    return {};
-}
-
-void assign_value(LAttribute& attribute, const ValueNode& value) {
-    if (const auto* reference = std::get_if<ReferenceNode>(&value)) {
-        attribute.set_link(reference_text(*reference));
-        return;
-    }
-    attribute.clear_link(false);
-    attribute.set_value(attribute_value(std::get<LiteralValue>(value)));
-}
-
-std::string sorted_state_name(std::span<const std::string_view> states) {
+SharedName sorted_state_name(std::span<const std::string_view> states) {
+    if (states.size() == 1)
+        return SharedName(states.front());
     std::vector<std::string_view> sorted(states.begin(), states.end());
     std::sort(sorted.begin(), sorted.end());
     std::string name;
@@ -54,7 +26,40 @@ std::string sorted_state_name(std::span<const std::string_view> states) {
             name += ':';
         name += state;
     }
-    return name;
+    return SharedName(name);
+}
+
+// A value as all attributes take it that a declaration stands for.
+struct PreparedValue {
+    const ValueNode* node = nullptr;
+    SharedName link; // empty for a literal
+    SharedValue literal;
+};
+
+void assign_value(LAttribute& attribute, const PreparedValue& value) {
+    if (std::holds_alternative<LiteralValue>(*value.node)) {
+        attribute.clear_link(false);
+        Records::set_value(attribute, value.literal);
+    } else if (!value.link.empty()) {
+        Records::set_link(attribute, value.link);
+    }
+}
+
+// What repeating a body costs before any of its statements applies.
+std::size_t weight_of(const LayerNode& node) {
+    std::size_t weight = node.attributes.size() + node.layers.size() + node.group_sets.size();
+    for (const GroupSetNode& group_set : node.group_sets)
+        weight += group_set.attributes.size();
+    for (const StateSetNode& set : node.state_sets) {
+        weight += 1 + set.attributes.size() + set.group_sets.size();
+        for (const GroupSetNode& group_set : set.group_sets)
+            weight += group_set.attributes.size();
+    }
+    return weight;
+}
+
+std::size_t cost_of(std::string_view name) {
+    return 1 + name.size() / BYTES_PER_UNIT;
 }
 
 LLayer& layer_of(LLayer& parent, std::string_view name) {
@@ -64,7 +69,13 @@ LLayer& layer_of(LLayer& parent, std::string_view name) {
     return *parent.add_child(Records::make_layer(SharedName(name, hash)))->as_layer();
 }
 
-LAttribute& attribute_of(LObject& parent, std::string_view name) {
+LAttribute& attribute_of(LAttribute& parent, const SharedName& state) {
+    if (LAttribute* const found = Records::find_attribute(parent, state))
+        return *found;
+    return *parent.add_child(Records::make_attribute(state))->as_attribute();
+}
+
+LAttribute& attribute_of(LLayer& parent, std::string_view name) {
     const std::uint32_t hash = hash_name(name);
     if (LAttribute* const found = Records::find_attribute(parent, name, hash))
         return *found;
@@ -99,14 +110,35 @@ struct LayerBuilder::Body {
     std::size_t next = 0;
 };
 
-LayerBuilder::LayerBuilder(LLayer& target)
-    : target_(&target) {}
+/// What a declaration of an attribute gives to each attribute that it stands for.
+struct LayerBuilder::Assignment {
+    struct Variant {
+        SharedName state;
+        PreparedValue value;
+    };
+    std::optional<PreparedValue> value; ///< none in a state-set
+    std::vector<Variant> variants;      ///< inline states, or the one of the state-set
+    std::uint64_t line = 0;
+
+    /// What it costs to repeat.
+    std::size_t cost() const { return 1 + variants.size(); }
+};
+
+LayerBuilder::LayerBuilder(LLayer& target, LoadLimits& limits, BuildObserver* observer)
+    : target_(&target)
+    , limits_(&limits)
+    , observer_(observer)
+    , scratch_(std::make_unique<Assignment>())
+    , literals_(std::make_unique<LiteralPool>()) {}
 
 LayerBuilder::~LayerBuilder() = default;
 
-void LayerBuilder::pour(const FileNode& file) {
+void LayerBuilder::pour(const FileNode& file, const SharedName& name) {
     ++tree_revisions.pour;
-    repetitions_left_ = REPETITIONS_PER_FILE;
+    file_ = name;
+    prepared_.clear();
+    if (observer_ != nullptr)
+        observer_->on_file(name.text());
     open_body(file, *target_, false);
     while (!open_bodies_.empty()) {
         Body& body = open_bodies_.back();
@@ -116,13 +148,14 @@ void LayerBuilder::pour(const FileNode& file) {
         }
         const Item item = body.items[body.next++];
         in_repetition_ = body.is_repetition;
+        line_ = item.line;
         apply(*body.node, item, *body.layer);
     }
-    if (repetitions_left_ == 0)
-        log_line("engine: Left out declarations; the expansions stand for too many names.");
 }
 
 void LayerBuilder::open_body(const LayerNode& node, LLayer& layer, bool is_repetition) {
+    if (is_repetition && !spend(weight_of(node)))
+        return;
     Body body{&node, &layer, is_repetition, {}};
     std::vector<Item>& items = body.items;
     items.reserve(node.state_sets.size() + node.attributes.size() + node.layers.size() +
@@ -164,18 +197,23 @@ void LayerBuilder::apply_layer(const LayerNode& node, LLayer& current) {
     if (!stands_for_something(node.declaration.name) || !walk(node.declaration.traversal, current))
         return;
     const SharedName base_path(node.base ? reference_text(*node.base) : std::string());
+    const std::size_t base_cost = base_path.text().size() / BYTES_PER_UNIT;
     const bool in_repetition = in_repetition_;
     const std::size_t first_body = open_bodies_.size();
     bool is_first = true;
     for (LLayer* const outer : reached_)
         for_each_text(node.declaration.name, [&](std::string_view name) {
             const bool is_repetition = in_repetition || !is_first;
-            if (is_repetition && !spend_repetition())
+            if (is_repetition && !spend(cost_of(name) + base_cost))
                 return;
             is_first = false;
             LLayer& layer = layer_of(*outer, name);
-            if (node.base)
+            if (node.base) {
                 Records::of(layer).base_path = base_path;
+                Records::of(layer).base_place = {file_, line_};
+            }
+            if (observer_ != nullptr)
+                observer_->on_layer(layer, &node, line_);
             open_body(node, layer, is_repetition);
         });
     const auto bodies = open_bodies_.begin() + static_cast<std::ptrdiff_t>(first_body);
@@ -183,13 +221,14 @@ void LayerBuilder::apply_layer(const LayerNode& node, LLayer& current) {
 }
 
 void LayerBuilder::apply_attribute(const AttributeNode& node, LLayer& current) {
-    for_each_attribute(node.declaration, current,
-                       [&](LAttribute& attribute) { assign(attribute, node); });
+    const Assignment& assignment = prepare(node, nullptr, in_repetition_);
+    for_each_attribute(node.declaration, current, assignment.cost(),
+                       [&](LAttribute& attribute) { assign(attribute, assignment); });
 }
 
-// With a state name the values are state values, otherwise the attributes' own.
+// With states the values are state values, otherwise the attributes' own.
 void LayerBuilder::apply_group_set(const GroupSetNode& node, LLayer& current,
-                                   const std::string* state_name) {
+                                   const StateSetNode* states) {
     const bool has_names = std::any_of(node.attributes.begin(), node.attributes.end(),
                                        [](const AttributeNode& attribute) {
                                            return stands_for_something(attribute.declaration.name);
@@ -197,48 +236,84 @@ void LayerBuilder::apply_group_set(const GroupSetNode& node, LLayer& current,
     if (!has_names || !stands_for_something(node.declaration.group) ||
         !walk(node.declaration.traversal, current))
         return;
+    const bool is_repeated =
+        in_repetition_ || reached_.size() > 1 || !is_plain(node.declaration.group);
     bool is_first = true;
     for (LLayer* const layer : reached_)
         for_each_text(node.declaration.group, [&](std::string_view group) {
             const std::string prefix = std::string(group) + '.';
             const bool is_repetition = in_repetition_ || !is_first;
             is_first = false;
-            for (const AttributeNode& attribute : node.attributes)
-                for_each_name(attribute.declaration.name, prefix, *layer, is_repetition,
-                              [&](LAttribute& target) {
-                                  if (state_name != nullptr)
-                                      assign_state(target, *state_name, attribute.value, false);
-                                  else
-                                      assign(target, attribute);
-                              });
+            for (const AttributeNode& attribute : node.attributes) {
+                const Assignment& assignment = prepare(attribute, states, is_repeated);
+                for_each_name(attribute.declaration.name, prefix, *layer, assignment.cost(),
+                              is_repetition,
+                              [&](LAttribute& target) { assign(target, assignment); });
+            }
         });
 }
 
 void LayerBuilder::apply_state_set(const StateSetNode& node, LLayer& current) {
-    const std::string state_name = sorted_state_name(node.states);
-    for (const AttributeNode& attribute : node.attributes)
-        for_each_attribute(attribute.declaration, current, [&](LAttribute& target) {
-            assign_state(target, state_name, attribute.value, false);
-        });
+    for (const AttributeNode& attribute : node.attributes) {
+        const Assignment& assignment = prepare(attribute, &node, in_repetition_);
+        for_each_attribute(attribute.declaration, current, assignment.cost(),
+                           [&](LAttribute& target) { assign(target, assignment); });
+    }
     for (const GroupSetNode& group_set : node.group_sets)
-        apply_group_set(group_set, current, &state_name);
+        apply_group_set(group_set, current, &node);
 }
 
-void LayerBuilder::assign(LAttribute& attribute, const AttributeNode& node) {
-    assign_value(attribute, node.value);
-    for (const StateNode& state : node.states)
-        assign_state(attribute, sorted_state_name(state.states), state.value, true);
+// Valid until the next call.
+const LayerBuilder::Assignment&
+LayerBuilder::prepare(const AttributeNode& node, const StateSetNode* states, bool is_repeated) {
+    if (!is_repeated) {
+        fill(*scratch_, node, states);
+        return *scratch_;
+    }
+    std::unique_ptr<Assignment>& known = prepared_[&node];
+    if (!known) {
+        known = std::make_unique<Assignment>();
+        fill(*known, node, states);
+    }
+    return *known;
 }
 
-void LayerBuilder::assign_state(LAttribute& attribute, const std::string& state_name,
-                                const ValueNode& value, bool is_inline) {
-    LAttribute& variant = attribute_of(attribute, state_name);
-    std::uint32_t& inline_in_pour = Records::of(variant).inline_in_pour;
-    if (is_inline)
-        inline_in_pour = tree_revisions.pour;
-    else if (inline_in_pour == tree_revisions.pour)
+void LayerBuilder::fill(Assignment& assignment, const AttributeNode& node,
+                        const StateSetNode* states) {
+    const auto prepared = [this](const ValueNode& value) {
+        if (const auto* reference = std::get_if<ReferenceNode>(&value))
+            return PreparedValue{&value, SharedName(reference_text(*reference)), {}};
+        return PreparedValue{&value, {}, literals_->share(std::get<LiteralValue>(value))};
+    };
+    assignment.line = node.declaration.name.line;
+    assignment.value.reset();
+    assignment.variants.clear();
+    if (states != nullptr) {
+        assignment.variants.push_back({sorted_state_name(states->states), prepared(node.value)});
         return;
-    assign_value(variant, value);
+    }
+    assignment.value = prepared(node.value);
+    for (const StateNode& state : node.states)
+        assignment.variants.push_back({sorted_state_name(state.states), prepared(state.value)});
+}
+
+void LayerBuilder::assign(LAttribute& attribute, const Assignment& assignment) {
+    if (assignment.value) {
+        assign_value(attribute, *assignment.value);
+        if (observer_ != nullptr)
+            observer_->on_value(attribute, *assignment.value->node, assignment.line);
+    }
+    for (const Assignment::Variant& variant : assignment.variants) {
+        LAttribute& child = attribute_of(attribute, variant.state);
+        std::uint32_t& inline_in_pour = Records::of(child).inline_in_pour;
+        if (assignment.value)
+            inline_in_pour = tree_revisions.pour;
+        else if (inline_in_pour == tree_revisions.pour)
+            continue;
+        assign_value(child, variant.value);
+        if (observer_ != nullptr)
+            observer_->on_value(child, *variant.value.node, assignment.line);
+    }
 }
 
 // Goes from a layer along a path whose names may stand for several layers each, making those that
@@ -246,17 +321,25 @@ void LayerBuilder::assign_state(LAttribute& attribute, const std::string& state_
 bool LayerBuilder::walk(std::span<const NameNode> path, LLayer& from) {
     if (!std::all_of(path.begin(), path.end(), stands_for_something))
         return false;
+    if (in_repetition_ && !spend(path.size()))
+        return false;
     reached_.assign(1, &from);
+    const auto reach = [&](LLayer& outer, std::string_view name) {
+        LLayer& layer = layer_of(outer, name);
+        if (observer_ != nullptr)
+            observer_->on_layer(layer, nullptr, line_);
+        return &layer;
+    };
     for (const NameNode& name : path) {
         if (reached_.size() == 1 && is_plain(name)) {
-            reached_[0] = &layer_of(*reached_[0], plain_text(name, name_buffer_));
+            reached_[0] = reach(*reached_[0], plain_text(name, name_buffer_));
             continue;
         }
         std::vector<LLayer*> next;
         for (LLayer* const layer : reached_)
             for_each_text(name, [&](std::string_view text) {
-                if (next.empty() || spend_repetition())
-                    next.push_back(&layer_of(*layer, text));
+                if (next.empty() || spend(cost_of(text)))
+                    next.push_back(reach(*layer, text));
             });
         reached_ = std::move(next);
     }
@@ -267,11 +350,11 @@ template <class Visit>
 void LayerBuilder::for_each_text(const NameNode& name, Visit visit) {
     if (is_plain(name))
         return visit(plain_text(name, name_buffer_));
-    if (repetitions_left_ == 0)
+    if (!limits_->has_repetitions())
         return;
-    const std::vector<std::string> texts = unfold(name, BYTES_PER_NAME);
+    const std::vector<std::string> texts = unfold(name, MAX_NAME_TEXT);
     if (texts.empty() && stands_for_something(name))
-        repetitions_left_ = 0;
+        limits_->tell_long_name(name.line);
     for (const std::string& text : texts)
         visit(text);
 }
@@ -280,7 +363,7 @@ void LayerBuilder::for_each_text(const NameNode& name, Visit visit) {
 // first, by group, the name varying fastest.
 template <class Visit>
 void LayerBuilder::for_each_attribute(const DeclarationName& declaration, LLayer& from,
-                                      Visit visit) {
+                                      std::size_t cost, Visit visit) {
     const bool has_group = !declaration.group.empty();
     if (!stands_for_something(declaration.name) ||
         (has_group && !stands_for_something(declaration.group)) ||
@@ -288,7 +371,7 @@ void LayerBuilder::for_each_attribute(const DeclarationName& declaration, LLayer
         return;
     bool is_first = true;
     const auto visit_names = [&](LLayer& layer, const std::string& prefix) {
-        for_each_name(declaration.name, prefix, layer, in_repetition_ || !is_first, visit);
+        for_each_name(declaration.name, prefix, layer, cost, in_repetition_ || !is_first, visit);
         is_first = false;
     };
     for (LLayer* const layer : reached_) {
@@ -304,9 +387,9 @@ void LayerBuilder::for_each_attribute(const DeclarationName& declaration, LLayer
 // Visits the attributes of a layer that are named by `prefix` and a text of `name`.
 template <class Visit>
 void LayerBuilder::for_each_name(const NameNode& name, const std::string& prefix, LLayer& layer,
-                                 bool is_repetition, Visit visit) {
+                                 std::size_t cost, bool is_repetition, Visit visit) {
     for_each_text(name, [&](std::string_view text) {
-        if (is_repetition && !spend_repetition())
+        if (is_repetition && !spend(cost + cost_of(text) + prefix.size() / BYTES_PER_UNIT))
             return;
         is_repetition = true; // from the second text on
         if (prefix.empty())
@@ -317,11 +400,8 @@ void LayerBuilder::for_each_name(const NameNode& name, const std::string& prefix
     });
 }
 
-bool LayerBuilder::spend_repetition() {
-    if (repetitions_left_ == 0)
-        return false;
-    --repetitions_left_;
-    return true;
+bool LayerBuilder::spend(std::size_t units) {
+    return limits_->spend_repetitions(units, line_);
 }
 
 } // namespace Layers

@@ -264,7 +264,8 @@ void Lexer::add(TokenKind kind) {
 }
 
 void Lexer::report(std::string message) {
-    diagnostics_.push_back({line_, std::move(message)});
+    diagnostics_.push_back(
+        {line_, std::move(message), text_.substr(token_start_, position_ - token_start_)});
 }
 
 } // namespace Layers

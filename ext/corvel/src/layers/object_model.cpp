@@ -94,6 +94,7 @@ const std::string& LObject::name() const {
 
 void LObject::set_name(const std::string& name) {
     object_->name = SharedName(name);
+    tree_revisions.late_variants |= as_attribute() != nullptr; // perhaps of a base
     if (object_->parent != nullptr)
         Records::reindex(*object_->parent);
     note_shape_change();
@@ -121,9 +122,17 @@ LLayer::LLayer(const std::string& name)
 
 LLayer::LLayer(SharedName name)
     : LObject(std::move(name), Kind::Layer)
-    , layer_(std::make_unique<Implementation>()) {}
+    , layer_(new Implementation) {}
 
 LLayer::~LLayer() = default;
+
+void* LLayer::operator new(std::size_t) {
+    return Pooled<LLayer>::operator new(sizeof(LLayer));
+}
+
+void LLayer::operator delete(void* memory) {
+    Pooled<LLayer>::operator delete(memory);
+}
 
 LLayer* LLayer::base() const {
     return layer_->base;

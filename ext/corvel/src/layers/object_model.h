@@ -111,7 +111,9 @@ public:
 
     /// The attribute's own value, none while it has a link.
     const AttributeValue& value() const;
-    /// The value at the end of the link chain.
+    /// The attribute at the end of the link chain.
+    const LAttribute& terminal() const;
+    /// Its value.
     const AttributeValue& terminal_value() const;
 
     /// The number or string in force under `active_states`; null when the value selected is of
@@ -135,6 +137,8 @@ class LLayer final : public LObject {
 public:
     explicit LLayer(const std::string& name);
     ~LLayer() override;
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory);
 
     /// The layer that this one inherits from; null if none or unresolved.
     LLayer* base() const;

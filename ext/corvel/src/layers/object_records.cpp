@@ -35,34 +35,12 @@ ChildList& child_list(LObject& parent) {
     return *children;
 }
 
-std::uint32_t count_states(std::string_view name) {
-    return static_cast<std::uint32_t>(std::count(name.begin(), name.end(), ':')) + 1;
-}
-
-void add_variants(std::vector<StateVariant>& variants, const LAttribute& attribute) {
-    const std::size_t known = variants.size();
-    for (const std::unique_ptr<LObject>& child : attribute.children()) {
-        LAttribute* const variant = child->as_attribute();
-        if (variant == nullptr)
-            continue;
-        const auto same_name = [&](const StateVariant& other) {
-            return Records::name(*other.attribute) == Records::name(*variant);
-        };
-        const auto known_end = variants.begin() + static_cast<std::ptrdiff_t>(known);
-        if (std::none_of(variants.begin(), known_end, same_name))
-            variants.push_back({variant, count_states(variant->name())});
-    }
-}
-
-bool outranks(const StateVariant& a, const StateVariant& b) {
-    if (a.state_count != b.state_count)
-        return a.state_count > b.state_count;
-    return a.attribute->name() < b.attribute->name();
-}
-
-const LLayer* base_around(const LAttribute& attribute) {
-    const LLayer* const layer = attribute.parent() ? attribute.parent()->as_layer() : nullptr;
-    return layer != nullptr ? layer->base() : nullptr;
+// Whether a layer may have copied the variants of this attribute.
+bool has_heirs(const LObject& object) {
+    if (object.as_attribute() == nullptr || object.parent() == nullptr)
+        return false;
+    const LLayer* const layer = object.parent()->as_layer();
+    return layer != nullptr && Records::of(*layer).has_heirs;
 }
 
 void compact(Dependents& dependents) {
@@ -73,7 +51,7 @@ void compact(Dependents& dependents) {
 }
 
 void leave_target(AttributeLink& link) {
-    Dependents& dependents = *Records::of(*link.target).dependents;
+    Dependents& dependents = Records::of(*link.target).extras->dependents;
     dependents.list[link.slot] = nullptr;
     ++dependents.version;
     ++dependents.departed;
@@ -134,6 +112,8 @@ LObject* LObject::add_child(std::unique_ptr<LObject> child) {
     children.index.add(child_key(*added));
     if (LLayer* const layer = added->as_layer())
         children.layers.push_back(layer);
+    else if (has_heirs(*this))
+        tree_revisions.late_variants = true;
     children.objects.push_back(std::move(child));
     ++object_->version;
     note_shape_change();
@@ -162,30 +142,6 @@ void Records::reorder_layers(LLayer& parent, const std::vector<LLayer*>& layers)
     note_shape_change();
 }
 
-void Records::collect_variants(const LAttribute& attribute, std::vector<StateVariant>& variants) {
-    variants.clear();
-    add_variants(variants, attribute);
-    for (const LLayer* base = base_around(attribute); base != nullptr; base = base->base())
-        if (const LAttribute* const same = find_attribute(*base, name(attribute)))
-            add_variants(variants, *same);
-    if (variants.size() > 1)
-        std::stable_sort(variants.begin(), variants.end(), outranks);
-}
-
-const std::vector<StateVariant>& Records::state_variants(const LAttribute& attribute) {
-    static const std::vector<StateVariant> none;
-    if (!object(attribute).children && base_around(attribute) == nullptr)
-        return none;
-    std::unique_ptr<StateCache>& cache = of(attribute).states;
-    if (!cache)
-        cache = std::make_unique<StateCache>();
-    if (cache->shape_revision != tree_revisions.shape) {
-        collect_variants(attribute, cache->variants);
-        cache->shape_revision = tree_revisions.shape;
-    }
-    return cache->variants;
-}
-
 void Records::attach(LAttribute& attribute, LAttribute* target) {
     AttributeLink& link = *of(attribute).link;
     if (link.target == target)
@@ -196,12 +152,10 @@ void Records::attach(LAttribute& attribute, LAttribute* target) {
     note_shape_change();
     if (target == nullptr)
         return;
-    std::unique_ptr<Dependents>& dependents = of(*target).dependents;
-    if (!dependents)
-        dependents = std::make_unique<Dependents>();
-    link.slot = static_cast<std::uint32_t>(dependents->list.size());
-    dependents->list.push_back(&attribute);
-    ++dependents->version;
+    Dependents& dependents = of(*target).more().dependents;
+    link.slot = static_cast<std::uint32_t>(dependents.list.size());
+    dependents.list.push_back(&attribute);
+    ++dependents.version;
 }
 
 } // namespace Layers

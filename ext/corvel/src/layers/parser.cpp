@@ -329,11 +329,11 @@ void Parser::skip_block() {
 }
 
 void Parser::report(std::string message) {
-    report_at(peek().line, std::move(message));
+    diagnostics_.push_back({peek().line, std::move(message), peek().text});
 }
 
 void Parser::report_at(std::uint64_t line, std::string message) {
-    diagnostics_.push_back({line, std::move(message)});
+    diagnostics_.push_back({line, std::move(message), {}});
 }
 
 void Parser::report_unexpected(std::string_view remedy) {

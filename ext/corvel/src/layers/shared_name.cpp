@@ -50,7 +50,7 @@ public:
         if (count_ == buckets_.size())
             grow();
         ++count_;
-        return bucket(hash) = new Entry{std::string(text), hash, 1, bucket(hash)};
+        return bucket(hash) = new Entry{std::string(text), hash, 1, 0, bucket(hash)};
     }
 
     void remove(Entry* entry) {

@@ -38,6 +38,10 @@ public:
     std::uint32_t hash() const;
     bool empty() const { return entry_ == nullptr; }
 
+    /// A number for a pass that looks many names up. Whoever sets it sets it back to 0; the text
+    /// must not be empty.
+    std::uint32_t& mark() const { return entry_->mark; }
+
     friend bool operator==(const SharedName&, const SharedName&) = default;
 
 private:
@@ -45,6 +49,7 @@ private:
         std::string text;
         std::uint32_t hash;
         std::uint32_t users;
+        std::uint32_t mark;
         Entry* next; ///< in the same bucket
     };
     class Table;

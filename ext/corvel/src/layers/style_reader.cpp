@@ -1,5 +1,6 @@
+#include "layers/style_reader.h"
+
 #include "layers/attribute_table.h"
-#include "layers/attributes.h"
 #include "layers/object_records.h"
 
 #include <algorithm>
@@ -11,18 +12,16 @@ namespace {
 using Corvel::Fill;
 using Corvel::NodeStyle;
 
-/// One value that an attribute may have, for the case that some states hold.
-struct Candidate {
-    const AttributeValue* value;
-    std::uint32_t first_state; ///< into `Plan::state_indexes`
-    std::uint32_t state_count;
-};
-
-/// A known attribute. Of its candidates the first whose states hold is in force; the last needs
-/// none.
+/// A known attribute, with the value that it has in all states or with what decides.
 struct KnownAttribute {
-    std::size_t entry; ///< into the attribute table
-    std::size_t first_candidate;
+    std::size_t entry;        ///< into the attribute table
+    const SharedValue* value; ///< null if states decide
+    const StateCache* states;
+
+    const AttributeValue& value_under(const ActiveStates& active) const {
+        return value != nullptr ? value->get()
+                                : Records::of(Records::value_source(*states, active)).value.get();
+    }
 };
 
 /// The values of the entries of a fill; null for attributes that are missing.
@@ -73,42 +72,27 @@ struct StyleReader::Plan {
     std::uint64_t shape_revision = 0;
     std::vector<KnownAttribute> attributes;
     std::vector<KnownAttribute> border_attributes;
-    std::vector<Candidate> candidates;
-    std::vector<std::uint32_t> state_indexes;  ///< into `state_names`
-    std::vector<std::string_view> state_names; ///< all that occur, each once
-    std::vector<char> active;                  ///< for each of them, whether it holds
-    std::vector<StateVariant> variants;        ///< of the attribute being looked at
 
     void prepare();
-    void activate(const std::vector<std::string>& active_states);
     template <class IsRead>
-    void find_known(std::vector<KnownAttribute>& known, const LLayer& from, IsRead is_read);
-    void add_candidates(const LAttribute& attribute);
-    const std::vector<StateVariant>& variants_of(const LAttribute& attribute);
-    std::uint32_t index_of_state(std::string_view name);
-    const AttributeValue& pick(const KnownAttribute& attribute) const;
-    void read_into(NodeStyle& style, Fill& fill, const std::vector<KnownAttribute>& known) const;
+    static std::vector<KnownAttribute> find_known(const LLayer& from, IsRead is_read);
 };
 
 void StyleReader::Plan::prepare() {
-    attributes.clear();
-    border_attributes.clear();
-    candidates.clear();
-    state_indexes.clear();
-    state_names.clear();
     shape_revision = tree_revisions.shape;
-    find_known(attributes, *layer, [](std::size_t entry) { return entry != border_thickness; });
-    if (const LLayer* const border = layer->find_layer("Border"))
-        find_known(border_attributes, *border,
-                   [](std::size_t entry) { return entry <= border_thickness; });
-    active.assign(state_names.size(), 0);
+    attributes = find_known(*layer, [](std::size_t entry) { return entry != border_thickness; });
+    const LLayer* const border = layer->find_layer("Border");
+    border_attributes.clear();
+    if (border != nullptr)
+        border_attributes =
+            find_known(*border, [](std::size_t entry) { return entry <= border_thickness; });
 }
 
 // Of two attributes of one name the first counts.
 template <class IsRead>
-void StyleReader::Plan::find_known(std::vector<KnownAttribute>& known, const LLayer& from,
-                                   IsRead is_read) {
+std::vector<KnownAttribute> StyleReader::Plan::find_known(const LLayer& from, IsRead is_read) {
     const std::size_t unknown = attribute_table().size();
+    std::vector<KnownAttribute> known;
     const auto is_listed = [&known](std::size_t entry) {
         return std::any_of(known.begin(), known.end(),
                            [entry](const KnownAttribute& other) { return other.entry == entry; });
@@ -120,66 +104,22 @@ void StyleReader::Plan::find_known(std::vector<KnownAttribute>& known, const LLa
         const std::size_t entry = find_entry(attribute->name(), Records::name(*attribute).hash());
         if (entry == unknown || !is_read(entry) || is_listed(entry))
             continue;
-        known.push_back({entry, candidates.size()});
-        add_candidates(*attribute);
+        const StateCache* const states = Records::state_cache(*attribute);
+        const SharedValue* const value =
+            states == nullptr ? &Records::of(attribute->terminal()).value : nullptr;
+        known.push_back({entry, value, states});
     }
+    return known;
 }
 
-// Follows the attribute's links: at each stop the state variants come first, in the end the value.
-void StyleReader::Plan::add_candidates(const LAttribute& attribute) {
-    const auto add = [this](const LAttribute& source, std::size_t first_state) {
-        candidates.push_back({&source.terminal_value(), static_cast<std::uint32_t>(first_state),
-                              static_cast<std::uint32_t>(state_indexes.size() - first_state)});
-    };
-    for (const LAttribute* stop = &attribute; stop != nullptr; stop = stop->link_target())
-        for (const StateVariant& variant : variants_of(*stop)) {
-            const std::size_t first_state = state_indexes.size();
-            all_states(variant.attribute->name(), [this](std::string_view state) {
-                state_indexes.push_back(index_of_state(state));
-                return true;
-            });
-            add(*variant.attribute, first_state);
-        }
-    add(attribute, state_indexes.size());
-}
+namespace {
 
-const std::vector<StateVariant>& StyleReader::Plan::variants_of(const LAttribute& attribute) {
-    Records::collect_variants(attribute, variants);
-    return variants;
-}
-
-std::uint32_t StyleReader::Plan::index_of_state(std::string_view name) {
-    const auto found = std::find(state_names.begin(), state_names.end(), name);
-    const auto index = static_cast<std::uint32_t>(found - state_names.begin());
-    if (found == state_names.end())
-        state_names.push_back(name);
-    return index;
-}
-
-void StyleReader::Plan::activate(const std::vector<std::string>& active_states) {
-    for (std::size_t i = 0; i < state_names.size(); ++i)
-        active[i] = std::find(active_states.begin(), active_states.end(), state_names[i]) !=
-                    active_states.end();
-}
-
-const AttributeValue& StyleReader::Plan::pick(const KnownAttribute& attribute) const {
-    const Candidate* candidate = &candidates[attribute.first_candidate];
-    const auto holds = [this](const Candidate& c) {
-        const auto first = state_indexes.begin() + c.first_state;
-        return std::all_of(first, first + c.state_count,
-                           [this](std::uint32_t state) { return active[state] != 0; });
-    };
-    while (!holds(*candidate))
-        ++candidate;
-    return *candidate->value;
-}
-
-void StyleReader::Plan::read_into(NodeStyle& style, Fill& fill,
-                                  const std::vector<KnownAttribute>& known) const {
+void read_into(NodeStyle& style, Fill& fill, const std::vector<KnownAttribute>& known,
+               const ActiveStates& active) {
     const std::vector<AttributeEntry>& table = attribute_table();
     FillValues fill_values{};
     for (const KnownAttribute& attribute : known) {
-        const AttributeValue& value = pick(attribute);
+        const AttributeValue& value = attribute.value_under(active);
         if (attribute.entry < fill_entry_count)
             fill_values[attribute.entry] = &value;
         else
@@ -187,6 +127,8 @@ void StyleReader::Plan::read_into(NodeStyle& style, Fill& fill,
     }
     fill = make_fill(fill_values);
 }
+
+} // namespace
 
 StyleReader::StyleReader(const LLayer* layer)
     : plan_(std::make_unique<Plan>()) {
@@ -203,9 +145,9 @@ NodeStyle StyleReader::read(const std::vector<std::string>& active_states) const
         return style;
     if (plan_->shape_revision != tree_revisions.shape)
         plan_->prepare();
-    plan_->activate(active_states);
-    plan_->read_into(style, style.fill, plan_->attributes);
-    plan_->read_into(style, style.border_fill, plan_->border_attributes);
+    const ActiveStates& active = ActiveStates::of(active_states);
+    read_into(style, style.fill, plan_->attributes, active);
+    read_into(style, style.border_fill, plan_->border_attributes, active);
     style.effective_source = style.source;
     return style;
 }

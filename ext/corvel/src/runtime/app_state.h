@@ -27,6 +27,7 @@ struct CorvelApp::State {
 
     ByPath<SharedText> texts;
     ByPath<std::string> sources;
+    std::set<std::string> withheld_sources; ///< files that no node shows at the moment
     ByPath<std::string> hrefs;
     ByPath<std::string> datas;
     ByPath<double> heights;

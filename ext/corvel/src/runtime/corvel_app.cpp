@@ -60,11 +60,15 @@ void CorvelApp::toggle_state(const std::string& path, const std::string& state) 
     state_->cache.touch(path);
 }
 
-void CorvelApp::set_checked(const std::string& path, bool on) {
+void CorvelApp::set_state(const std::string& path, const std::string& state, bool on) {
     if (on)
-        add_state(path, "Checked");
+        add_state(path, state);
     else
-        remove_state(path, "Checked");
+        remove_state(path, state);
+}
+
+void CorvelApp::set_checked(const std::string& path, bool on) {
+    set_state(path, "Checked", on);
 }
 
 bool CorvelApp::is_checked(const std::string& path) const {
@@ -94,6 +98,17 @@ void CorvelApp::set_source(const std::string& path, const std::string& source) {
         erase_entry(state_->sources, state_->cache, path);
     else
         store_entry(state_->sources, state_->cache, path, source);
+}
+
+void CorvelApp::reread_source(const std::string& file) {
+    constexpr int MOMENT_MS = 30;
+    if (!run_after || !state_->withheld_sources.insert(file).second)
+        return;
+    state_->cache.restyle();
+    run_after(MOMENT_MS, [this, file] {
+        state_->withheld_sources.erase(file);
+        state_->cache.restyle();
+    });
 }
 
 void CorvelApp::set_href(const std::string& path, const std::string& href) {

@@ -83,6 +83,7 @@ public:
     void add_state(const std::string& path, const std::string& state);
     void remove_state(const std::string& path, const std::string& state);
     void toggle_state(const std::string& path, const std::string& state);
+    void set_state(const std::string& path, const std::string& state, bool on);
     void set_checked(const std::string& path, bool on);
     bool is_checked(const std::string& path) const;
     bool has_state(const std::string& path, const std::string& state) const;
@@ -91,6 +92,9 @@ public:
     void append_text(const std::string& path, const std::string& addition);
     /// An empty source returns the node to its style's source.
     void set_source(const std::string& path, const std::string& source);
+    /// Has every node that shows the image `file` read it again, since it changed under its name:
+    /// their source is empty for a moment. Nothing without `run_after`.
+    void reread_source(const std::string& file);
     void set_href(const std::string& path, const std::string& href);
     void set_data(const std::string& path, const std::string& data);
     /// Overrides the height, in pixels; 0 takes the override away.
@@ -153,14 +157,17 @@ public:
                        const std::string& content, std::function<void(bool)>)>
         save_text_file;
     /// Starts a program; each line of its output, then its exit code (-1: crashed or not started).
-    std::function<void(const std::vector<std::string>& argv, TextHandler on_line,
-                       std::function<void(int)> on_exit)>
+    /// What it returns ends the program: nothing more is heard of it then.
+    std::function<Action(const std::vector<std::string>& argv, TextHandler on_line,
+                         std::function<void(int)> on_exit)>
         process;
     std::function<void(int milliseconds, Action)> run_after;
     /// May be called from any thread; `fn` runs on the user-interface thread.
     std::function<void(Action fn)> post;
     /// Filled by the view: state changed outside a view event.
     Action on_async_change;
+    /// Filled by the application: it came to the front, and files may have changed meanwhile.
+    Action on_activate;
     std::function<void(const std::string& key, const std::string& value)> store_write;
 
     /// `file_pick`, or an empty path at once when the slot is empty.
@@ -175,6 +182,7 @@ public:
     /// Text settings in memory. Filled at start; application code writes through `store_set`.
     std::map<std::string, std::string> store;
     std::string app_version; ///< empty: a development build
+    std::string data_folder; ///< for files of the application's own; empty: it has no place
 
     // -- Called by the view ---------------------------------------------------------------------
 

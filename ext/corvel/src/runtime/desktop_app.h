@@ -28,9 +28,9 @@ struct DesktopAppConfig {
     std::function<void(CorvelApp&)> build; ///< empty means `build_app`
 };
 
-/// Runs the application to its end and returns the process's exit code: 1 when no theme could be
-/// loaded, otherwise the event loop's. An asset tree beside the executable replaces the
-/// configured directories.
+/// Runs the application to its end and returns the process's exit code: 1 with a sentence on the
+/// error stream when the assets cannot be read or hold no theme, otherwise the event loop's. An
+/// asset tree beside the executable replaces the configured directories.
 int run_desktop(int argc, char** argv, const DesktopAppConfig& config);
 
 /// The application's wiring, supplied by the application. Called once, before any widget exists.

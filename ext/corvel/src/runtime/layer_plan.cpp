@@ -1,5 +1,6 @@
 #include "runtime/layer_plan.h"
 
+#include "layers/attributes.h"
 #include "layers/object_model.h"
 #include "runtime/corvel_app.h"
 
@@ -56,6 +57,16 @@ NodeKind node_kind_of(const Layers::LLayer* layer) {
         }
     }
     return NodeKind::Box;
+}
+
+bool holds_kind(const Layers::LLayer& layer, NodeKind kind) {
+    return std::any_of(layer.children().begin(), layer.children().end(), [&](const auto& child) {
+        const auto* child_layer = dynamic_cast<const Layers::LLayer*>(child.get());
+        if (!child_layer)
+            return false;
+        const bool prototype = !child_layer->base() && layer.name() == "Corvel";
+        return (!prototype && node_kind_of(child_layer) == kind) || holds_kind(*child_layer, kind);
+    });
 }
 
 std::vector<const Layers::LLayer*> template_children(const Layers::LLayer& layer) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layers/attributes.h"
+#include "layers/style_reader.h"
 #include "runtime/binds.h"
 #include "runtime/render_node.h"
 #include "runtime/state_sets.h"
@@ -67,6 +67,9 @@ private:
     LayerStyle first_style_;              ///< most layers are only met under one set of states
     std::vector<LayerStyle> more_styles_; ///< under further sets
 };
+
+/// Whether a layer below `layer` is of this kind, the prototypes in "Corvel" left out.
+bool holds_kind(const Layers::LLayer& layer, NodeKind kind);
 
 /// The layers that stand for nodes below `layer`, in order: its child layers less those with a
 /// layer named "Detail" behind them in their chain of bases.

@@ -159,6 +159,8 @@ void RenderBuilder::compute(NodeSlot& slot, const Scope& scope) {
         }
         has_row_target = slot.kind == NodeKind::Button && style->intent.starts_with("list:");
     }
+    if (state_.withheld_sources.contains(style->effective_source))
+        style.edit().effective_source.clear();
     if (scope.card_foreground)
         apply_card_look(slot, scope, style);
 

@@ -2,6 +2,7 @@
 
 #include "svg/affine.h"
 #include "svg/easing.h"
+#include "svg/rising_keys.h"
 #include "svg/selector_index.h"
 #include "svg/svg_path.h"
 
@@ -26,7 +27,7 @@ enum class TrackKind : std::int32_t {
 
 /// What changes over a track: a list of numbers for each key time.
 struct TrackKeys {
-    std::vector<double> times;     ///< key positions from 0 to 1, ascending
+    RisingKeys times;              ///< key positions from 0 to 1
     std::vector<double> numbers;   ///< all value lists, one behind the other
     std::vector<std::size_t> ends; ///< the end of each value list in `numbers`
     std::vector<Easing> easings;   ///< one for each interval; may be shorter
@@ -37,13 +38,18 @@ struct TrackKeys {
         return std::span(numbers).subspan(begin, ends[index] - begin);
     }
     /// Ends the value list that was being appended to `numbers`.
-    void end_value() { ends.push_back(numbers.size()); }
+    void end_value() {
+        has_empty_value = has_empty_value || numbers.size() == (ends.empty() ? 0 : ends.back());
+        ends.push_back(numbers.size());
+    }
+
+    bool has_empty_value = false; ///< some value list holds no number
 };
 
 /// The polyline of a motion path.
 struct MotionPath {
     std::vector<Point> points;
-    std::vector<double> lengths; ///< running length at each point; the first is 0
+    RisingKeys lengths; ///< running length at each point; the first is 0
 };
 
 /// One animated property of some elements, from SMIL or CSS alike. Keys and paths are shared

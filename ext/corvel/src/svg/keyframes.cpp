@@ -6,14 +6,15 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <span>
 #include <utility>
 
 namespace Corvel::Svg {
 namespace {
 
-/// Blocks can lie in blocks, so a few megabytes can name many times as many keyframes. What lies
-/// beyond this number is left out.
-constexpr std::size_t MAX_KEYFRAMES = 1'000'000;
+/// Blocks can lie in blocks, so a few megabytes can name many times as many keyframes. One that is
+/// written out takes more bytes than this; what lies beyond is left out.
+constexpr std::size_t BYTES_PER_KEYFRAME = 2;
 
 bool has_offset(const CssRule& rule) {
     return rule.prelude.find_first_not_of(", \t\r\n") != std::string_view::npos;
@@ -22,7 +23,7 @@ bool has_offset(const CssRule& rule) {
 /// Collects the keyframes of one property and puts them in the order of their offsets.
 class KeysBuilder {
 public:
-    void add(const std::vector<double>& offsets, const std::vector<double>& value, Easing easing) {
+    void add(std::span<const double> offsets, std::span<const double> value, Easing easing) {
         for (const double offset : offsets) {
             offsets_.push_back(offset);
             numbers_.insert(numbers_.end(), value.begin(), value.end());
@@ -66,8 +67,9 @@ private:
 
 KeyframesTable::KeyframesTable(std::string_view css, const std::vector<CssKeyframes>& blocks)
     : rules_(scan_rules(css))
-    , keyframes_left_(MAX_KEYFRAMES) {
+    , keyframes_left_(css.size() / BYTES_PER_KEYFRAME) {
     std::erase_if(rules_, [](const CssRule& rule) { return !has_offset(rule); });
+    keyframes_.resize(rules_.size());
     const auto rule_from = [&](std::size_t position) {
         const auto found = std::ranges::lower_bound(rules_, position, {}, &CssRule::begin);
         return static_cast<std::size_t>(found - rules_.begin());
@@ -90,23 +92,38 @@ const KeyframeKeys& KeyframesTable::find(std::string_view name) {
     return found->second.keys;
 }
 
+const Keyframe& KeyframesTable::keyframe(std::size_t rule) {
+    std::unique_ptr<Keyframe>& known = keyframes_[rule];
+    if (known)
+        return *known;
+    known = std::make_unique<Keyframe>();
+    const Declarations declarations = parse_declarations(rules_[rule].body);
+    known->offsets = parse_keyframe_offsets(rules_[rule].prelude);
+    known->easing = parse_easing(declarations.timing);
+    if (const auto* value = declarations.find("offset-distance"))
+        known->distance = {parse_percentage(*value)};
+    if (const auto* value = declarations.find("transform")) {
+        const Affine m = parse_transform(*value);
+        known->transform = {m.a, m.b, m.c, m.d, m.e, m.f};
+    }
+    if (const auto* value = declarations.find("opacity"))
+        known->opacity = {parse_number(*value)};
+    return *known;
+}
+
 void KeyframesTable::read(Block& block) {
     KeysBuilder distance;
     KeysBuilder transform;
     KeysBuilder opacity;
     for (std::size_t i = block.first_rule; i < block.last_rule && keyframes_left_ > 0; ++i) {
-        const std::vector<double> offsets = parse_keyframe_offsets(rules_[i].prelude);
-        const Declarations declarations = parse_declarations(rules_[i].body);
-        const Easing easing = parse_easing(declarations.timing);
-        keyframes_left_ -= std::min(keyframes_left_, offsets.size());
-        if (const auto* value = declarations.find("offset-distance"))
-            distance.add(offsets, {parse_percentage(*value)}, easing);
-        if (const auto* value = declarations.find("transform")) {
-            const Affine m = parse_transform(*value);
-            transform.add(offsets, {m.a, m.b, m.c, m.d, m.e, m.f}, easing);
-        }
-        if (const auto* value = declarations.find("opacity"))
-            opacity.add(offsets, {parse_number(*value)}, easing);
+        const Keyframe& frame = keyframe(i);
+        keyframes_left_ -=
+            std::min(keyframes_left_, std::max<std::size_t>(frame.offsets.size(), 1));
+        for (const auto& [keys, value] :
+             {std::pair(&distance, &frame.distance), std::pair(&transform, &frame.transform),
+              std::pair(&opacity, &frame.opacity)})
+            if (!value->empty())
+                keys->add(frame.offsets, *value, frame.easing);
     }
     block.keys = {distance.build(), transform.build(), opacity.build()};
     block.is_read = true;

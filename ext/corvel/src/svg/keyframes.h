@@ -19,6 +19,15 @@ struct KeyframeKeys {
     std::shared_ptr<const TrackKeys> opacity;
 };
 
+/// One rule of a keyframes block: what it says of each property; no number if it says nothing.
+struct Keyframe {
+    std::vector<double> offsets; ///< from 0 to 1
+    Easing easing;
+    std::vector<double> distance;
+    std::vector<double> transform; ///< the six numbers of a matrix
+    std::vector<double> opacity;
+};
+
 /// The keyframes blocks of a style sheet by name. Blocks are read when a rule first names them.
 class KeyframesTable {
 public:
@@ -38,8 +47,10 @@ private:
         KeyframeKeys keys;
     };
     void read(Block& block);
+    const Keyframe& keyframe(std::size_t rule);
 
     std::vector<CssRule> rules_;
+    std::vector<std::unique_ptr<Keyframe>> keyframes_; ///< by rule; null until first read
     std::map<std::string_view, Block> blocks_;
     std::size_t keyframes_left_;
 };

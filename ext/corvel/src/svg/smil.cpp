@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 namespace Corvel::Svg {
@@ -96,8 +97,7 @@ void read_easings(const SvgElement& element, TrackKeys& keys) {
     }
 }
 
-AnimationTrack read_track(const SvgElement& element, const SvgElement& target, TrackKind kind,
-                          TrackKeys keys) {
+AnimationTrack read_track(const SvgElement& element, TrackKind kind, TrackKeys keys) {
     AnimationTrack track;
     track.elements = std::make_shared<const std::vector<std::int32_t>>(1, element.parent);
     track.kind = kind;
@@ -107,13 +107,29 @@ AnimationTrack read_track(const SvgElement& element, const SvgElement& target, T
         track.duration = parse_time(duration->value);
     track.repeat = attribute(element, "repeatCount") == "indefinite";
     track.additive = attribute(element, "additive") == "sum";
-    if (track.additive)
-        track.base = parse_transform(attribute(target, "transform"));
     read_times(element, keys);
     read_easings(element, keys);
     track.keys = std::make_shared<const TrackKeys>(std::move(keys));
     return track;
 }
+
+/// The transforms that elements have in the source, each read once.
+class OwnTransforms {
+public:
+    explicit OwnTransforms(const SvgDocument& document)
+        : document_(document) {}
+
+    const Affine& of(std::int32_t element) {
+        const auto [known, is_new] = known_.try_emplace(element);
+        if (is_new)
+            known->second = parse_transform(attribute(document_.elements[element], "transform"));
+        return known->second;
+    }
+
+private:
+    const SvgDocument& document_;
+    std::unordered_map<std::int32_t, Affine> known_;
+};
 
 } // namespace
 
@@ -122,6 +138,7 @@ bool is_animatable_attribute(std::string_view name) {
 }
 
 void parse_smil(SvgDocument& document, std::vector<AnimationTrack>& tracks) {
+    OwnTransforms transforms(document);
     std::int32_t index = -1;
     for (const SvgElement& element : document.elements) {
         ++index;
@@ -136,8 +153,9 @@ void parse_smil(SvgDocument& document, std::vector<AnimationTrack>& tracks) {
         read_values(element, keys);
         if (keys.size() < 2)
             continue;
-        tracks.push_back(
-            read_track(element, document.elements[element.parent], *kind, std::move(keys)));
+        tracks.push_back(read_track(element, *kind, std::move(keys)));
+        if (tracks.back().additive)
+            tracks.back().base = transforms.of(element.parent);
     }
 }
 

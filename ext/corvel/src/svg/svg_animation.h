@@ -19,6 +19,9 @@ public:
     bool is_animated() const;
     /// The length of the longest animation in milliseconds; 0 if nothing moves.
     double duration() const;
+    /// When the last animation has come to its end, in milliseconds after the start; frames from
+    /// then on are all the same. Infinite for one that repeats for ever.
+    double end() const;
     /// The document as it stands `ms` milliseconds after its start, as a static SVG text.
     std::string frame_at(double ms) const;
 

@@ -9,16 +9,8 @@
 namespace Corvel::Svg {
 namespace {
 
-/// The interval that holds `position`: the last index whose key it lies above.
-std::size_t interval_of(const std::vector<double>& keys, double position) {
-    std::size_t index = 0;
-    while (index + 2 < keys.size() && position > keys[index + 1])
-        ++index;
-    return index;
-}
-
 /// How far `position` is from key `index` to the next one, as a fraction.
-double fraction_of(const std::vector<double>& keys, std::size_t index, double position) {
+double fraction_of(const RisingKeys& keys, std::size_t index, double position) {
     const double span = keys[index + 1] - keys[index];
     return span > 0 ? (position - keys[index]) / span : 0;
 }
@@ -62,7 +54,7 @@ Sample sample(const TrackKeys& keys, double t) {
         return whole_value(keys, 0);
     if (t >= keys.times.back() || keys.size() == 1)
         return whole_value(keys, keys.size() - 1);
-    const std::size_t index = interval_of(keys.times, t);
+    const std::size_t index = keys.times.interval_of(t);
     double u = fraction_of(keys.times, index, t);
     if (index < keys.easings.size())
         u = solve_easing(keys.easings[index], u);
@@ -82,7 +74,7 @@ Point path_point(const MotionPath& path, double distance) {
     if (path.points.size() == 1 || total <= 0)
         return path.points.front();
     const double target = total * std::clamp(distance, 0.0, 1.0);
-    const std::size_t index = interval_of(path.lengths, target);
+    const std::size_t index = path.lengths.interval_of(target);
     const double u = fraction_of(path.lengths, index, target);
     const Point from = path.points[index];
     const Point to = path.points[index + 1];
@@ -119,11 +111,7 @@ bool append_track_value(std::string& out, const AnimationTrack& track, double ms
 bool always_has_value(const AnimationTrack& track) {
     if (track.kind != TrackKind::Opacity && track.kind != TrackKind::Attribute)
         return true; // the only makers of Matrix tracks write six numbers
-    const TrackKeys& keys = *track.keys;
-    for (std::size_t i = 0; i < keys.size(); ++i)
-        if (keys.value(i).empty())
-            return false;
-    return true;
+    return !track.keys->has_empty_value;
 }
 
 } // namespace Corvel::Svg

@@ -1,6 +1,6 @@
 #include "theme/theme.h"
 
-#include "theme/json_depth.h"
+#include "json/json_depth.h"
 
 #include <nlohmann/json.hpp>
 
@@ -113,7 +113,7 @@ std::optional<Theme> read_first_entry(std::string_view text) {
 } // namespace
 
 std::optional<Theme> parse_theme_file(std::string_view text) {
-    if (json_nests_deeper_than(text, MAX_JSON_DEPTH))
+    if (find_json_level_beyond(text, MAX_JSON_DEPTH) != 0)
         return std::nullopt;
     try {
         return read_first_entry(text);

@@ -1,7 +1,7 @@
 #include "update/update_check.h"
 
+#include "json/json_depth.h"
 #include "runtime/corvel_app.h"
-#include "theme/json_depth.h"
 
 #include <nlohmann/json.hpp>
 
@@ -85,7 +85,7 @@ void check_for_update(CorvelApp& app, const UpdateSettings& settings,
 
 bool parse_update_manifest(std::string_view text, const std::string& platform_key,
                            UpdateResult& result) {
-    const bool is_sound = !json_nests_deeper_than(text, MAX_JSON_DEPTH);
+    const bool is_sound = find_json_level_beyond(text, MAX_JSON_DEPTH) == 0;
     const Json manifest = is_sound ? Json::parse(text, nullptr, false) : Json();
     if (!manifest.is_object()) {
         result.error = "manifest is not a JSON object";

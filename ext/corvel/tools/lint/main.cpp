@@ -1,3 +1,4 @@
+#include "attribute_page.h"
 #include "checks.h"
 
 #include <exception>
@@ -16,14 +17,21 @@ int run(const std::vector<std::string>& arguments) {
         std::cout << CorvelLint::HELP_TEXT;
         return 0;
     }
+    if (options->attributes) {
+        CorvelLint::print_attributes(std::cout);
+        return 0;
+    }
     CorvelLint::Findings findings;
+    check_syntax(*options, findings);
     const CorvelLint::StyleTree tree(*options);
-    check_syntax(tree, findings);
+    check_limits(tree, findings);
     check_values(tree, findings);
+    check_states(tree, *options, findings);
     check_links(tree, findings);
     check_inheritance(tree, findings);
-    check_binds(tree, findings);
+    check_binds(tree, *options, findings);
     check_icons(tree, *options, findings);
+    check_icon_files(*options, findings);
     check_themes(*options, findings);
     findings.print(std::cout);
     return findings.empty() ? 0 : 1;

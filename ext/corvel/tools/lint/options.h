@@ -15,7 +15,10 @@ struct Options {
     std::vector<std::filesystem::path> styles;  ///< the same, of the application
     std::vector<std::filesystem::path> themes;
     std::vector<std::filesystem::path> icons;
+    std::vector<std::string> states; ///< that the application sets
+    std::vector<std::string> lists;  ///< that the application fills; empty: not checked
     bool help = false;
+    bool attributes = false; ///< write the page of attributes
 };
 
 /// Reads the command line without the program's name. Nothing, with `error` set, if it is wrong.

@@ -6,61 +6,49 @@
 #include <utility>
 
 namespace CorvelLint {
-namespace {
-
-std::string attribute_key(const std::string& path) {
-    return ' ' + path;
-}
-
-class PlaceCollector final : public SourceVisitor {
-public:
-    explicit PlaceCollector(std::map<std::string, Place>& places)
-        : places_(places) {}
-
-private:
-    void on_layer(const std::string& path, const Layers::LayerNode* /*node*/,
-                  const Place& place) override {
-        places_.emplace(path, place);
-    }
-    void on_value(const std::string& path, const std::string& /*name*/,
-                  const Layers::ValueNode& /*value*/, const Place& place) override {
-        places_.insert_or_assign(attribute_key(path), place); // the last one counts
-    }
-
-    std::map<std::string, Place>& places_;
-};
-
-} // namespace
 
 StyleTree::StyleTree(const Options& options)
-    : sources_(read_style_sources(options)) {
-    // What the engine logs is found again, with lines, by the checks.
-    const Layers::LogSink earlier = Layers::set_log_sink([](const std::string&) {});
+    : engine_(this) {
+    const Layers::LogSink earlier =
+        Layers::set_log_sink([this](const std::string& message) { log_.push_back(message); });
     for (const std::filesystem::path& folder : options.widgets)
-        engine_.load_directory(folder, "Corvel");
+        load(folder, "Corvel");
     for (const auto* folders : {&options.mounts, &options.styles})
         for (const std::filesystem::path& folder : *folders)
-            engine_.load_directory(folder, "");
+            load(folder, "");
     engine_.link_attributes();
     Layers::set_log_sink(earlier);
+}
 
-    PlaceCollector collector(places_);
-    for (const std::unique_ptr<StyleSource>& source : sources_)
-        if (source->diagnostics.empty())
-            collector.visit(*source);
+void StyleTree::load(const std::filesystem::path& folder, const std::string& layer) {
+    engine_.load_directory(folder, layer);
+    ++directory_;
+}
+
+void StyleTree::on_layer(Layers::LLayer& layer, const Layers::LayerNode* node, std::uint64_t line) {
+    places_.try_emplace(&layer, Place{file_, line});
+    const bool has_base = node != nullptr && node->base;
+    declared_layers_.push_back({&layer,
+                                {file_, line},
+                                has_base ? Layers::reference_text(*node->base) : std::string(),
+                                directory_});
+}
+
+// The last declaration counts.
+void StyleTree::on_value(Layers::LAttribute& assigned, const Layers::ValueNode& value,
+                         std::uint64_t line) {
+    places_.insert_or_assign(&assigned, Place{file_, line});
+    const auto* literal = std::get_if<Layers::LiteralValue>(&value);
+    if (literal != nullptr && std::holds_alternative<Layers::Color>(*literal))
+        colors_.insert(&assigned);
+    if (assigned.parent()->as_attribute() != nullptr)
+        places_.try_emplace(assigned.parent(), Place{file_, line});
 }
 
 Place StyleTree::place_of(const Layers::LObject& object) const {
-    for (const Layers::LObject* o = &object; o != nullptr && o->parent() != nullptr;
-         o = o->parent()) {
-        const bool is_attribute = o->as_attribute() != nullptr;
-        const std::string path = Layers::full_path(*o);
-        const bool at_root = path.starts_with('/');
-        const auto found =
-            places_.find(is_attribute ? attribute_key(path.substr(at_root ? 1 : 0)) : path);
-        if (found != places_.end())
+    for (const Layers::LObject* o = &object; o != nullptr; o = o->parent())
+        if (const auto found = places_.find(o); found != places_.end())
             return found->second;
-    }
     return {};
 }
 
@@ -77,9 +65,15 @@ void StyleTree::for_each_layer(const LayerVisit& visit) const {
 
 void StyleTree::for_each_attribute(const AttributeVisit& visit) const {
     const auto visit_all = [&visit](const Layers::LLayer& layer) {
-        for (const std::unique_ptr<Layers::LObject>& child : layer.children())
-            if (child->as_attribute() != nullptr)
-                for_each_variant(layer, child->name(), visit);
+        for (const std::unique_ptr<Layers::LObject>& child : layer.children()) {
+            Layers::LAttribute* const attribute = child->as_attribute();
+            if (attribute == nullptr)
+                continue;
+            visit(*attribute);
+            for (const std::unique_ptr<Layers::LObject>& variant : attribute->children())
+                if (variant->as_attribute() != nullptr)
+                    visit(*variant->as_attribute());
+        }
     };
     visit_all(root());
     for_each_layer(visit_all);
@@ -96,11 +90,43 @@ void StyleTree::for_each_variant(const Layers::LLayer& layer, const std::string&
             visit(*variant);
 }
 
-const Layers::LAttribute& terminal_attribute(const Layers::LAttribute& attribute) {
-    const Layers::LAttribute* end = &attribute;
-    while (const Layers::LAttribute* const target = end->link_target())
-        end = target;
-    return *end;
+const Layers::LAttribute& owner_of(const Layers::LAttribute& attribute) {
+    const Layers::LAttribute* const outer = attribute.parent()->as_attribute();
+    return outer != nullptr ? *outer : attribute;
+}
+
+Layers::LLayer& layer_of(const Layers::LAttribute& attribute) {
+    return *Layers::enclosing_layer(attribute);
+}
+
+bool describes_its_parent(const Layers::LLayer& layer) {
+    for (const Layers::LLayer* base = layer.base(); base != nullptr; base = base->base())
+        if (base->name() == "Detail")
+            return true;
+    return false;
+}
+
+std::string path_of(const Layers::LObject& object) {
+    std::string path = Layers::full_path(object);
+    if (path.starts_with('/')) // of an attribute of the root
+        path.erase(0, 1);
+    return path;
+}
+
+std::vector<std::string> layer_names(const Layers::LLayer& layer) {
+    std::vector<std::string> names;
+    for (const std::unique_ptr<Layers::LObject>& child : layer.children())
+        if (child->as_layer() != nullptr)
+            names.push_back(child->name());
+    return names;
+}
+
+std::vector<std::string> attribute_names(const Layers::LLayer& layer) {
+    std::vector<std::string> names;
+    for (const std::unique_ptr<Layers::LObject>& child : layer.children())
+        if (child->as_attribute() != nullptr)
+            names.push_back(child->name());
+    return names;
 }
 
 } // namespace CorvelLint

@@ -16,8 +16,9 @@ QString to_qstring(std::string_view text) {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-// Each pattern is compiled once. The searches below are fed only text in which a match can end:
-// a pattern that must run to the end of a large document at every start would take quadratic time.
+// Each pattern is compiled once. Subjects come from UTF-8, so they need no check, which would read
+// the whole document again for every search.
+constexpr auto NO_CHECK = QRegularExpression::DontCheckSubjectStringMatchOption;
 
 const QRegularExpression& exclude_comment() {
     static const QRegularExpression pattern(
@@ -45,12 +46,6 @@ const QRegularExpression& gradient_start() {
     return pattern;
 }
 
-/// The part of `gradient_element` without which no start tag can match.
-const QRegularExpression& gradient_id() {
-    static const QRegularExpression pattern(QStringLiteral(R"re(\bid\s*=\s*"[^"]*"[^>]*>)re"));
-    return pattern;
-}
-
 const QRegularExpression& stop_in_style() {
     static const QRegularExpression pattern(QStringLiteral(R"re((stop-color\s*:\s*)([^;"']+))re"));
     return pattern;
@@ -69,7 +64,9 @@ Names excluded_ids(std::string_view text) {
     if (text.find("exclude") == std::string_view::npos)
         return ids;
     const QString subject = to_qstring(text);
-    for (auto matches = exclude_comment().globalMatch(subject); matches.hasNext();)
+    for (auto matches =
+             exclude_comment().globalMatch(subject, 0, QRegularExpression::NormalMatch, NO_CHECK);
+         matches.hasNext();)
         for (const QString& id :
              matches.next().captured(1).split(QLatin1Char(' '), Qt::SkipEmptyParts))
             ids.insert(id.toStdString());
@@ -132,7 +129,8 @@ void append_shape(std::string& out, std::string_view tag, const Names& excluded,
         return;
     }
     if (tag.find("url(") != tag.npos) {
-        const auto reference = gradient_reference().match(to_qstring(tag));
+        const auto reference = gradient_reference().match(
+            to_qstring(tag), 0, QRegularExpression::NormalMatch, NO_CHECK);
         if (reference.hasMatch()) {
             gradients.insert(reference.captured(1));
             out += tag;
@@ -153,7 +151,9 @@ QString tinted_stops(QString element, const QString& tint) {
     const auto replace = [&](const QRegularExpression& pattern) {
         QString out;
         qsizetype copied = 0;
-        for (auto matches = pattern.globalMatch(element); matches.hasNext();) {
+        for (auto matches =
+                 pattern.globalMatch(element, 0, QRegularExpression::NormalMatch, NO_CHECK);
+             matches.hasNext();) {
             const auto match = matches.next();
             out += QStringView(element).sliced(copied, match.capturedEnd(1) - copied);
             out += tint;
@@ -169,58 +169,50 @@ QString tinted_stops(QString element, const QString& tint) {
     return element;
 }
 
-/// Steps through the matches of `gradient_element`. A start tag is tried only if an id stands
-/// before its end, and only as far as the last end tag reaches.
+/// Steps through the matches of `gradient_element`. Where one start tag fails, all that begin in
+/// it fail: an id and an end tag that would serve them would have served the first.
 class GradientWalk {
 public:
     explicit GradientWalk(const QString& text) {
         constexpr qsizetype end_tag_length = 17; // "</linearGradient>"
-        const qsizetype last = std::max(text.lastIndexOf(QLatin1String("</linearGradient>")),
-                                        text.lastIndexOf(QLatin1String("</radialGradient>")));
-        subject_ = QStringView(text).first(last < 0 ? 0 : last + end_tag_length);
+        last_end_tag_ = std::max(text.lastIndexOf(QLatin1String("</linearGradient>")),
+                                 text.lastIndexOf(QLatin1String("</radialGradient>")));
+        subject_ = QStringView(text).first(last_end_tag_ < 0 ? 0 : last_end_tag_ + end_tag_length);
     }
 
     /// The next match; one without a match at the end.
     QRegularExpressionMatch next() {
         for (qsizetype at = next_start(); at >= 0; at = next_start()) {
             const qsizetype tag_end = subject_.indexOf(QLatin1Char('>'), at);
-            if (next_id(at) >= tag_end) {
-                at_ = tag_end + 1;
-                continue;
-            }
-            auto match = gradient_element().match(subject_, at, QRegularExpression::NormalMatch,
-                                                  QRegularExpression::AnchorAtOffsetMatchOption);
-            if (match.hasMatch()) {
-                at_ = match.capturedEnd();
+            if (tag_end > last_end_tag_)
+                return {}; // only an end tag's own ">" is left
+            const auto options = NO_CHECK | QRegularExpression::AnchorAtOffsetMatchOption;
+            auto match =
+                gradient_element().match(subject_, at, QRegularExpression::NormalMatch, options);
+            at_ = match.hasMatch() ? match.capturedEnd() : tag_end + 1;
+            if (match.hasMatch())
                 return match;
-            }
-            at_ = at + 1;
         }
         return {};
     }
 
 private:
     qsizetype next_start() const {
-        const auto match = gradient_start().match(subject_, at_);
+        const auto match =
+            gradient_start().match(subject_, at_, QRegularExpression::NormalMatch, NO_CHECK);
         return match.hasMatch() ? match.capturedStart() : -1;
     }
 
-    qsizetype next_id(qsizetype from) {
-        if (id_at_ < from) {
-            const auto match = gradient_id().match(subject_, from);
-            id_at_ = match.hasMatch() ? match.capturedStart() : subject_.size();
-        }
-        return id_at_;
-    }
-
     QStringView subject_;
+    qsizetype last_end_tag_ = -1;
     qsizetype at_ = 0;
-    qsizetype id_at_ = -1;
 };
 
 } // namespace
 
 QString recolor_gradients(const QString& text, const QSet<QString>& names, const QString& tint) {
+    if (!text.isValidUtf16())
+        return text;
     QString out;
     qsizetype copied = 0;
     GradientWalk walk(text);

@@ -9,12 +9,16 @@
 #include <QProcess>
 #include <QStringList>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
 namespace Corvel {
 
 namespace {
+
+/// A program killed at the end is gone at once; one that is not is left behind.
+constexpr int QUIT_PATIENCE_MS = 1000;
 
 /// One running program: cuts its output into lines and reports its end once. Lives as long as the
 /// process object, whose child it is.
@@ -42,11 +46,19 @@ public:
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
             process_->disconnect();
             process_->kill();
+            process_->waitForFinished(QUIT_PATIENCE_MS);
         });
         QStringList arguments;
         for (std::size_t i = 1; i < argv.size(); ++i)
             arguments << QString::fromStdString(argv[i]);
         process_->start(resolve_program(argv[0]), arguments);
+    }
+
+    /// Nothing more is heard of the program.
+    void stop() {
+        on_line_ = nullptr;
+        on_exit_ = nullptr;
+        process_->kill();
     }
 
 private:
@@ -66,7 +78,7 @@ private:
         const QPointer<ProcessRun> self(this);
         CorvelApp& app = app_;
         bool any = false;
-        for (qsizetype end = pending_.indexOf('\n', drained_); end >= 0;
+        for (qsizetype end = pending_.indexOf('\n', std::max(drained_, searched_)); end >= 0;
              end = pending_.indexOf('\n', drained_)) {
             any = true;
             const QByteArray line = pending_.mid(drained_, end - drained_);
@@ -76,6 +88,7 @@ private:
                 return notify_async_change(app);
         }
         pending_.remove(0, std::exchange(drained_, 0));
+        searched_ = pending_.size();
         if (any)
             notify_async_change(app);
     }
@@ -83,6 +96,7 @@ private:
     void flush_last_line() {
         if (pending_.isEmpty())
             return;
+        searched_ = 0;
         const QByteArray line = std::exchange(pending_, {});
         pass_line(line.constData(), line.size());
     }
@@ -102,22 +116,27 @@ private:
     QProcess* process_;
     CorvelApp::TextHandler on_line_;
     std::function<void(int)> on_exit_;
-    QByteArray pending_;    ///< output not yet passed on
-    qsizetype drained_ = 0; ///< bytes of it that are
+    QByteArray pending_;     ///< output not yet passed on
+    qsizetype drained_ = 0;  ///< bytes of it that are
+    qsizetype searched_ = 0; ///< bytes of it that hold no line end, when it was last drained
     bool finished_once_ = false;
 };
 
-void start_process(CorvelApp& app, const std::vector<std::string>& argv,
-                   CorvelApp::TextHandler on_line, std::function<void(int)> on_exit) {
+CorvelApp::Action start_process(CorvelApp& app, const std::vector<std::string>& argv,
+                                CorvelApp::TextHandler on_line, std::function<void(int)> on_exit) {
     if (argv.empty()) {
         if (on_exit)
             on_exit(-1);
-        return;
+        return [] {};
     }
     auto* process = new QProcess(QCoreApplication::instance());
     process->setProcessChannelMode(QProcess::MergedChannels);
-    auto* run = new ProcessRun(app, process, std::move(on_line), std::move(on_exit));
+    const QPointer run = new ProcessRun(app, process, std::move(on_line), std::move(on_exit));
     run->start(argv);
+    return [run] {
+        if (run)
+            run->stop();
+    };
 }
 
 } // namespace
@@ -138,7 +157,7 @@ QString resolve_program(const std::string& name) {
 void install_qt_process(CorvelApp& app) {
     app.process = [&app](const std::vector<std::string>& argv, CorvelApp::TextHandler on_line,
                          std::function<void(int)> on_exit) {
-        start_process(app, argv, std::move(on_line), std::move(on_exit));
+        return start_process(app, argv, std::move(on_line), std::move(on_exit));
     };
 }
 

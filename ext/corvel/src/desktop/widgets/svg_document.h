@@ -20,7 +20,9 @@ namespace Corvel {
 class SvgDocument {
 public:
     /// Takes `text` as the document and, if it moves, calls `tick` every 16 ms while `owner`
-    /// lives and is seen and the document stays. Loads nothing yet.
+    /// lives and is seen and the document stays, until its animation has come to an end. Where
+    /// less motion is wanted, it stands still. Loads nothing yet. The document must stay where it
+    /// is.
     void open_document(const QString& text, QWidget* owner, const std::function<void()>& tick);
     /// Forgets the document. The renderer keeps its picture until the next `load_frame`.
     void close_document();
@@ -29,9 +31,12 @@ public:
 
     QString svg_text;
     std::unique_ptr<SvgAnimation> animation;
-    QTimer* frame_timer = nullptr; ///< owned by the widget; runs while an animated document is open
+    QTimer* frame_timer = nullptr; ///< owned by the widget; runs while the document moves
     QElapsedTimer clock;           ///< since the document was opened
     QSvgRenderer renderer;
+
+private:
+    double present_time() const;
 };
 
 } // namespace Corvel

@@ -1,6 +1,7 @@
 #include "desktop/widgets/video_widget.h"
 
 #include "desktop/media/asset_paths.h"
+#include "desktop/media/media_back_end.h"
 #include "desktop/widgets/painting.h"
 
 #include <QAudioOutput>
@@ -79,7 +80,7 @@ void VideoWidget::set_active(bool on) {
 }
 
 void VideoWidget::start() {
-    if (url.isEmpty())
+    if (url.isEmpty() || !media_back_end_usable())
         return;
     ensure_player();
     if (!source_set) {

@@ -15,7 +15,8 @@ class QVideoSink;
 namespace Corvel {
 
 /// A video that plays while it is the active one. Nothing of the media back end is made before it
-/// first plays; a failure stops it at its last frame.
+/// first plays; a failure stops it at its last frame, and it stays empty where the back end is
+/// incomplete.
 class VideoWidget : public MediaWidget {
     Q_OBJECT
 public:
