@@ -2,9 +2,9 @@
 // file is loaded on top of the first. Styles are read in two states, and a value that other
 // attributes may link to is changed.
 
-#include "layers/attributes.h"
 #include "layers/engine.h"
 #include "layers/log.h"
+#include "layers/style_reader.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,7 @@
 #include "site/path_text.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <system_error>
 
 namespace Lumenfold {
@@ -32,6 +34,19 @@ fs::path comparable_path(const fs::path& path) {
     // A folder on the way cannot be read, or not even the first one exists.
     const fs::path absolute = fs::absolute(path, error);
     return (error ? path : absolute).lexically_normal();
+}
+
+bool lies_within(const fs::path& path, const fs::path& folder) {
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
+           folder.end();
+}
+
+fs::path path_from_input(std::string_view text) {
+    const char* home = std::getenv("HOME");
+    if (!home || *home == '\0' || !(text == "~" || text.starts_with("~/")))
+        return path_from_utf8(text);
+    const std::size_t rest = std::min(text.find_first_not_of('/', 1), text.size());
+    return fs::path(home) / path_from_utf8(text.substr(rest));
 }
 
 } // namespace Lumenfold

@@ -20,4 +20,10 @@ bool is_occupied(const std::filesystem::path& path);
 /// the path exists.
 std::filesystem::path comparable_path(const std::filesystem::path& path);
 
+/// Whether a path is `folder` or lies below it, both as `comparable_path` gives them.
+bool lies_within(const std::filesystem::path& path, const std::filesystem::path& folder);
+
+/// The path that a user typed: "~" at its start means the home folder.
+std::filesystem::path path_from_input(std::string_view text);
+
 } // namespace Lumenfold

@@ -1,7 +1,10 @@
+#include "site/promotion.h"
+
 #include "site/config_files.h"
-#include "site/creation_p.h"
 #include "site/path_text.h"
 #include "site/record_lists.h"
+#include "site/registry.h"
+#include "site/slug.h"
 
 #include <nlohmann/json.hpp>
 
@@ -19,9 +22,10 @@ namespace {
 struct Promotion {
     fs::path site_file;
     Json site;
-    std::size_t entry = 0; ///< the project's position in the registry
-    Json project;          ///< the project's configuration as it was
-    std::string slug;      ///< goes over to the family
+    std::size_t entry = 0;    ///< the project's position in the registry
+    std::string project_text; ///< the bytes of the project's configuration
+    Json project;             ///< what they mean
+    std::string slug;         ///< goes over to the family
     fs::path project_folder;
     fs::path member_folder;
     fs::path file_name; ///< of the configuration: the family's reference is the project's old one
@@ -47,55 +51,63 @@ bool find_entry(Promotion& promotion, const fs::path& project_config_path) {
     return found != projects.end();
 }
 
-bool read_project(Promotion& promotion, const fs::path& project_config_path, std::string* error) {
-    std::optional<Json> project = read_json_file(project_config_path);
+Result read_project(Promotion& promotion, const fs::path& project_config_path) {
+    std::optional<std::string> text = read_text_file(project_config_path);
+    std::optional<Json> project = text ? parse_json(*text) : std::nullopt;
     if (!project || !project->is_object())
-        return fail(error, "Cannot read project config: " + path_to_utf8(project_config_path));
+        return Result::failed("Cannot read project config: " + path_to_utf8(project_config_path));
     promotion.slug = text_at(*project, "slug");
     if (promotion.slug.empty())
-        return fail(error, "The project's config has no slug.");
+        return Result::failed("The project's config has no slug.");
     if (!text_at(*project, "parent_slug").empty())
-        return fail(error, "This project is already a family member.");
+        return Result::failed("This project is already a family member.");
+    promotion.project_text = std::move(*text);
     promotion.project = std::move(*project);
-    return true;
+    return require_valid_slug(promotion.slug);
+}
+
+/// Reads what the promotion works on.
+Result read_files(Promotion& plan, const fs::path& project_config_path) {
+    if (Result read = read_registry(plan.site_file, plan.site); !read)
+        return read;
+    if (!plan.site.contains("projects"))
+        return Result::failed("'projects' is not an array in the site config.");
+    if (!find_entry(plan, project_config_path))
+        return Result::failed("This project isn't registered in the site's config.");
+    return read_project(plan, project_config_path);
+}
+
+/// Whether neither the member nor the family is there already.
+Result check_slugs(const Promotion& plan, const std::string& member_slug) {
+    if (member_slug == plan.slug)
+        return Result::failed("Choose a different slug — '" + plan.slug +
+                              "' stays with the family.");
+    std::vector<ProjectRow> rows;
+    if (Result read = registered_projects(plan.site, plan.site_file, rows); !read)
+        return read;
+    if (std::any_of(rows.begin(), rows.end(),
+                    [&](const ProjectRow& row) { return row.parent_slug == plan.slug; }))
+        return Result::failed("'" + plan.slug + "' is already a project family.");
+    return {};
 }
 
 /// Every check, in the order in which the user hears of them; nothing is changed.
-std::optional<Promotion> plan_promotion(const fs::path& site_config_path,
-                                        const fs::path& project_config_path,
-                                        const std::string& member_slug, std::string* error) {
-    const auto refuse = [&](std::string message) {
-        fail(error, std::move(message));
-        return std::nullopt;
-    };
+Result plan_promotion(Promotion& plan, const fs::path& project_config_path,
+                      const std::string& member_slug) {
     if (!is_valid_slug(member_slug))
-        return refuse("Slug must be lowercase letters and digits in dash-separated runs "
-                      "(like \"core\").");
-    std::optional<Json> site = read_registry(site_config_path, error);
-    if (!site)
-        return std::nullopt;
-    if (!site->contains("projects"))
-        return refuse("'projects' is not an array in the site config.");
-    Promotion plan{
-        site_config_path, std::move(*site), 0, {}, {}, {}, {}, project_config_path.filename()};
-    if (!find_entry(plan, project_config_path))
-        return refuse("This project isn't registered in the site's config.");
-    if (!read_project(plan, project_config_path, error))
-        return std::nullopt;
-    if (member_slug == plan.slug)
-        return refuse("Choose a different slug — '" + plan.slug + "' stays with the family.");
-    const auto rows = registered_projects(plan.site, plan.site_file, error);
-    if (!rows)
-        return std::nullopt;
-    if (std::any_of(rows->begin(), rows->end(),
-                    [&](const ProjectRow& row) { return row.parent_slug == plan.slug; }))
-        return refuse("'" + plan.slug + "' is already a project family.");
+        return Result::failed("Slug must be lowercase letters and digits in dash-separated runs "
+                              "(like \"core\").");
+    if (Result read = read_files(plan, project_config_path); !read)
+        return read;
+    if (Result checked = check_slugs(plan, member_slug); !checked)
+        return checked;
+    plan.file_name = project_config_path.filename();
     plan.project_folder = absolute_path(project_config_path).parent_path();
     plan.member_folder =
         plan.project_folder.parent_path() / path_from_utf8(plan.slug + "-" + member_slug);
     if (is_occupied(plan.member_folder))
-        return refuse(path_to_utf8(plan.member_folder) + " already exists.");
-    return plan;
+        return Result::failed(path_to_utf8(plan.member_folder) + " already exists.");
+    return {};
 }
 
 Json make_family(const Promotion& promotion) {
@@ -119,7 +131,7 @@ Json make_member(const Promotion& promotion, const std::string& member_slug,
     member["parent_slug"] = promotion.slug;
     for (const auto& [key, value] : promotion.project.items())
         if (std::find(REPLACED.begin(), REPLACED.end(), key) == REPLACED.end())
-            member[key] = value;
+            append_member(member, key, value);
     if (!family_label.empty())
         member["family_label"] = family_label;
     return member;
@@ -160,64 +172,64 @@ struct Undo {
 };
 
 /// Back to the project as it was. Deletes only what the promotion made, so that nothing of the
-/// user's goes with it.
-void undo_promotion(const Promotion& promotion, Undo undo) {
-    std::error_code ignored;
+/// user's goes with it. False if its content had to stay in the member's folder.
+bool undo_promotion(const Promotion& promotion, Undo undo) {
+    std::error_code error;
     if (undo.remove_family_file)
-        fs::remove(promotion.family_file(), ignored);
-    fs::remove(promotion.project_folder, ignored);
-    fs::rename(promotion.member_folder, promotion.project_folder, ignored);
-    if (undo.restore_config)
-        write_config_file(promotion.family_file(), promotion.project);
+        fs::remove(promotion.family_file(), error);
+    fs::remove(promotion.project_folder, error);
+    fs::rename(promotion.member_folder, promotion.project_folder, error);
+    if (error)
+        return false;
+    return !undo.restore_config ||
+           static_cast<bool>(write_text_file(promotion.family_file(), promotion.project_text));
 }
 
-bool holds(const fs::path& folder, const fs::path& path) {
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
-           folder.end();
-}
-
-/// Whether the site itself or another project lies in the project's folder: a move would take it
-/// along and leave the registry behind.
-bool holds_others(const Promotion& promotion) {
+/// What lies in the project's folder and would be moved along behind the registry's back: the site
+/// itself or another project's file. Empty if nothing does.
+fs::path find_other(const Promotion& promotion) {
     const fs::path folder = comparable_path(promotion.project_folder);
     const fs::path own_file = comparable_path(promotion.family_file());
-    const Json& projects = promotion.site.at("projects");
-    return holds(folder, comparable_path(promotion.site_folder())) ||
-           std::any_of(projects.begin(), projects.end(), [&](const Json& entry) {
-               const fs::path file =
-                   resolve_reference(text_at(entry, "config"), promotion.site_folder());
-               return file != own_file && holds(folder, file);
-           });
+    if (lies_within(comparable_path(promotion.site_folder()), folder))
+        return promotion.site_file;
+    for (const Json& entry : promotion.site.at("projects")) {
+        const fs::path file = resolve_reference(text_at(entry, "config"), promotion.site_folder());
+        if (file != own_file && lies_within(file, folder))
+            return file;
+    }
+    return {};
 }
 
-std::error_code move_project(const Promotion& promotion) {
-    if (holds_others(promotion))
-        return std::make_error_code(std::errc::invalid_argument);
+Result move_project(const Promotion& promotion) {
+    const std::string refusal = "Could not move " + path_to_utf8(promotion.project_folder) + ": ";
+    if (const fs::path other = find_other(promotion); !other.empty())
+        return Result::failed(refusal + "it also holds " + path_to_utf8(other) + ".");
     std::error_code error;
     fs::rename(promotion.project_folder, promotion.member_folder, error);
-    return error;
+    return error ? Result::failed(refusal + error.message()) : Result();
 }
 
 /// Everything behind the rename. On failure the old state is back.
-bool write_promotion(Promotion& promotion, const Json& member, std::string* error) {
+Result write_promotion(Promotion& promotion, const Json& member) {
+    // The path that could not be written may be gone after the undo, so it is said where all is.
     const auto undo = [&](const fs::path& unwritten, Undo what) {
-        undo_promotion(promotion, what);
-        return fail(error, "Could not write " + path_to_utf8(unwritten));
+        const bool undone = undo_promotion(promotion, what);
+        return Result::failed(
+            "Could not write " + path_to_utf8(unwritten) +
+            (undone ? ". The project is as it was, in " : ". The project's files are now in ") +
+            path_to_utf8(undone ? promotion.project_folder : promotion.member_folder) + ".");
     };
     const fs::path family_file = promotion.family_file();
     std::error_code problem;
     fs::create_directories(promotion.project_folder, problem);
-    if (problem)
+    if (problem || !write_config_file(family_file, make_family(promotion)))
         return undo(family_file, {});
-    if (!write_config_file(family_file, make_family(promotion), WriteCheck::Complete))
-        return undo(family_file, {.remove_family_file = true});
-    // The member's file is the project's own, moved: a write cut short has damaged it.
-    if (!write_config_file(promotion.member_file(), member, WriteCheck::Complete))
-        return undo(promotion.member_file(), {true, true});
+    if (!write_config_file(promotion.member_file(), member))
+        return undo(promotion.member_file(), {.remove_family_file = true});
     register_family(promotion);
-    if (!write_config_file(promotion.site_file, promotion.site, WriteCheck::Complete))
-        return undo(promotion.site_file, {true, true});
-    return true;
+    if (!write_config_file(promotion.site_file, promotion.site))
+        return undo(promotion.site_file, {.remove_family_file = true, .restore_config = true});
+    return {};
 }
 
 } // namespace
@@ -225,20 +237,19 @@ bool write_promotion(Promotion& promotion, const Json& member, std::string* erro
 bool promote_to_family(const fs::path& site_config_path, const fs::path& project_config_path,
                        const std::string& member_slug, const std::string& family_label,
                        fs::path* family_path, fs::path* member_path, std::string* error) {
-    std::optional<Promotion> promotion =
-        plan_promotion(site_config_path, project_config_path, member_slug, error);
-    if (!promotion)
-        return false;
-    const Json member = make_member(*promotion, member_slug, family_label);
-    if (const std::error_code problem = move_project(*promotion))
-        return fail(error, "Could not move " + path_to_utf8(promotion->project_folder) + ": " +
-                               problem.message());
-    if (!write_promotion(*promotion, member, error))
-        return false;
+    Promotion promotion;
+    promotion.site_file = site_config_path;
+    if (Result planned = plan_promotion(promotion, project_config_path, member_slug); !planned)
+        return planned.report_to(error);
+    const Json member = make_member(promotion, member_slug, family_label);
+    if (Result moved = move_project(promotion); !moved)
+        return moved.report_to(error);
+    if (Result written = write_promotion(promotion, member); !written)
+        return written.report_to(error);
     if (family_path)
-        *family_path = promotion->family_file();
+        *family_path = promotion.family_file();
     if (member_path)
-        *member_path = promotion->member_file();
+        *member_path = promotion.member_file();
     return true;
 }
 

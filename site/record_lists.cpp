@@ -1,6 +1,7 @@
 #include "site/record_lists.h"
 
 #include "site/config_files.h"
+#include "site/json_file.h"
 #include "site/path_text.h"
 
 #include <nlohmann/json.hpp>
@@ -27,51 +28,41 @@ constexpr FileWords CONFIG_WORDS = {
 constexpr FileWords MANIFEST_WORDS = {
     "Cannot write manifest: ", "Manifest root is not a JSON object.", "Cannot write manifest: "};
 
-std::optional<Json> read_record_file(const fs::path& path, RecordFile kind, const FileWords& words,
-                                     std::string* error) {
+/// Reads the object that an operation works on into `json`.
+Result read_record_file(const fs::path& path, RecordFile kind, const FileWords& words, Json& json) {
     std::error_code ignored;
+    json = Json::object();
     if (kind == RecordFile::Manifest && !fs::exists(path, ignored))
-        return Json::object();
+        return {};
     const std::optional<std::string> text = read_text_file(path);
-    if (!text) {
-        fail(error, words.unopened + path_to_utf8(path));
-        return std::nullopt;
-    }
+    if (!text)
+        return Result::failed(words.unopened + path_to_utf8(path));
     JsonError problem;
-    std::optional<Json> json = parse_json(*text, &problem);
-    if (!json) {
-        fail(error, "Parse error: " + problem.message);
-    } else if (!json->is_object()) {
-        fail(error, words.no_object);
-        json.reset();
-    } else if (kind == RecordFile::Manifest && !check_format(*json, error)) {
-        json.reset();
-    }
-    return json;
+    std::optional<Json> parsed = parse_json(*text, &problem);
+    if (!parsed)
+        return Result::failed("Parse error: " + problem.message);
+    if (!parsed->is_object())
+        return Result::failed(words.no_object);
+    json = std::move(*parsed);
+    return kind == RecordFile::Manifest ? check_format_of(path, json) : Result();
 }
 
 } // namespace
 
-bool fail(std::string* error, std::string message) {
-    if (error)
-        *error = std::move(message);
-    return false;
-}
-
-bool edit_config_file(const fs::path& path, const ConfigEdit& edit) {
-    std::optional<Json> json = read_json_file(path);
-    return json && json->is_object() && edit(*json) && write_config_file(path, *json);
-}
-
-bool edit_record_file(const fs::path& path, RecordFile kind, const ConfigEdit& edit,
-                      std::string* error) {
+Result edit_record_file(const fs::path& path, RecordFile kind, const ConfigEdit& edit) {
     const FileWords& words = kind == RecordFile::Manifest ? MANIFEST_WORDS : CONFIG_WORDS;
-    std::optional<Json> json = read_record_file(path, kind, words, error);
-    if (!json || !edit(*json))
-        return false;
-    if (!write_config_file(path, *json))
-        return fail(error, words.unwritten + path_to_utf8(path));
-    return true;
+    Json json;
+    if (Result read = read_record_file(path, kind, words, json); !read)
+        return read;
+    if (Result edited = edit(json); !edited)
+        return edited;
+    if (!write_config_file(path, json))
+        return Result::failed(words.unwritten + path_to_utf8(path));
+    return {};
+}
+
+Result edit_config_file(const fs::path& path, const ConfigEdit& edit) {
+    return edit_record_file(path, RecordFile::Config, edit);
 }
 
 Json& object_at(Json& object, const char* key) {
@@ -98,16 +89,19 @@ Json* find_list(Json& object, const char* parent, const char* key) {
     return found != object.end() ? find_list(*found, key) : nullptr;
 }
 
-bool erase_element(Json* list, std::size_t index) {
-    if (!list || index >= list->size())
-        return false;
-    list->erase(index);
-    return true;
+Result erase_shown(Json* list, const ShownRecord& shown) {
+    if (!find_shown(list, shown))
+        return Result::changed();
+    list->erase(shown.index);
+    return {};
 }
 
-void erase_elements(Json& list, const std::function<bool(const Json&)>& matches) {
+std::size_t erase_elements(Json& list, const std::function<bool(const Json&)>& matches) {
     auto& elements = list.get_ref<Json::array_t&>();
-    elements.erase(std::remove_if(elements.begin(), elements.end(), matches), elements.end());
+    const auto kept = std::remove_if(elements.begin(), elements.end(), matches);
+    const auto erased = static_cast<std::size_t>(elements.end() - kept);
+    elements.erase(kept, elements.end());
+    return erased;
 }
 
 } // namespace Lumenfold

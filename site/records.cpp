@@ -1,13 +1,12 @@
 #include "site/records.h"
 
 #include "site/config_files.h"
-#include "site/path_text.h"
 #include "site/record_lists.h"
+#include "site/slug.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <set>
 #include <span>
 
 namespace Lumenfold {
@@ -111,16 +110,22 @@ bool holds_slug(const Json& list, const std::string& slug) {
                        [&](const Json& element) { return text_at(element, "slug") == slug; });
 }
 
-/// Appends `element` to its list, unless its slug must be new there and is not.
-bool append_element(Json& json, const ListPlace& place, Json element, std::string* error) {
+/// What a record that has a page must hold to: its slug names the page, and no other has it.
+Result check_slug(const ListPlace& place, const Json& list, const std::string& slug) {
+    if (holds_slug(list, slug))
+        return Result::failed(std::string(place.unique) + " '" + slug + "' already exists.");
+    return require_valid_slug(slug);
+}
+
+Result append_element(Json& json, const ListPlace& place, Json element) {
     if (place.file == RecordFile::Manifest)
         ensure_format(json);
     Json& list = list_at(place.parent ? object_at(json, place.parent) : json, place.key);
-    const std::string slug = text_at(element, "slug");
-    if (place.unique && holds_slug(list, slug))
-        return fail(error, std::string(place.unique) + " '" + slug + "' already exists.");
+    if (place.unique)
+        if (Result checked = check_slug(place, list, text_at(element, "slug")); !checked)
+            return checked;
     list.push_back(std::move(element));
-    return true;
+    return {};
 }
 
 /// The one adder. `finish` sees the document once the element is in.
@@ -129,15 +134,14 @@ bool add_record(const fs::path& path, const ListPlace& place, std::span<const Fi
                 const Record& record, std::string* error,
                 void (*finish)(Json&, const Record&) = nullptr) {
     if (const char* missing = missing_field(fields, record))
-        return fail(error, missing);
+        return Result::failed(missing).report_to(error);
     const auto append = [&](Json& json) {
-        if (!append_element(json, place, make_element(fields, record), error))
-            return false;
-        if (finish)
+        Result appended = append_element(json, place, make_element(fields, record));
+        if (appended && finish)
             finish(json, record);
-        return true;
+        return appended;
     };
-    return edit_record_file(path, place.file, append, error);
+    return edit_record_file(path, place.file, append).report_to(error);
 }
 
 std::string policy_page(const std::string& slug) {
@@ -190,67 +194,32 @@ bool add_topic(const fs::path& manifest_path, const TopicRecord& record, std::st
 bool add_empty_object(const fs::path& path, const std::string& key, std::string* error) {
     const auto set_object = [&](Json& json) {
         json[key] = Json::object();
-        return true;
+        return Result();
     };
-    return edit_record_file(path, RecordFile::Config, set_object, error);
+    return edit_config_file(path, set_object).report_to(error);
 }
 
-bool remove_record(const fs::path& path, const std::string& key, std::size_t index) {
+Result remove_record(const fs::path& path, const std::string& key, const ShownRecord& shown) {
     return edit_config_file(path,
-                            [&](Json& json) { return erase_element(find_list(json, key), index); });
+                            [&](Json& json) { return erase_shown(find_list(json, key), shown); });
 }
 
-bool remove_topic(const fs::path& manifest_path, std::size_t index) {
-    return edit_config_file(manifest_path, [&](Json& json) {
+Result remove_topic(const fs::path& manifest_path, const ShownRecord& shown) {
+    return edit_record_file(manifest_path, RecordFile::Manifest, [&](Json& json) {
         ensure_format(json);
-        return erase_element(find_list(json, "build", "topics"), index);
+        return erase_shown(find_list(json, "build", "topics"), shown);
     });
 }
 
-bool remove_policy(const fs::path& path, std::size_t index) {
+Result remove_policy(const fs::path& path, const ShownRecord& shown) {
     return edit_config_file(path, [&](Json& json) {
         Json* policies = find_list(json, "policies");
-        const std::string slug =
-            policies && index < policies->size() ? text_at((*policies)[index], "slug") : "";
-        if (!erase_element(policies, index))
-            return false;
-        remove_footer_links(json, slug);
-        return true;
-    });
-}
-
-bool add_project_entry(const fs::path& path, const std::string& reference) {
-    std::optional<Json> site = read_json_file(path);
-    if (!site || !site->is_object())
-        return false;
-    const fs::path folder = path.parent_path();
-    const fs::path wanted = resolve_reference(reference, folder);
-    Json& projects = list_at(*site, "projects");
-    for (const Json& entry : projects) {
-        const std::string config = text_at(entry, "config");
-        if (!config.empty() && resolve_reference(config, folder) == wanted)
-            return true;
-    }
-    Json entry = Json::object();
-    entry["config"] = reference;
-    projects.push_back(std::move(entry));
-    return write_config_file(path, *site);
-}
-
-bool remove_projects(const fs::path& path, const std::vector<fs::path>& references) {
-    std::set<fs::path> removed;
-    for (const fs::path& reference : references)
-        removed.insert(comparable_path(reference));
-    return edit_config_file(path, [&](Json& site) {
-        Json* projects = find_list(site, "projects");
-        if (!projects)
-            return false;
-        erase_elements(*projects, [&](const Json& entry) {
-            const std::string config = text_at(entry, "config");
-            return !config.empty() &&
-                   removed.contains(resolve_reference(config, path.parent_path()));
-        });
-        return true;
+        const Json* policy = find_shown(policies, shown);
+        const std::string slug = policy ? text_at(*policy, "slug") : "";
+        Result erased = erase_shown(policies, shown);
+        if (erased)
+            remove_footer_links(json, slug);
+        return erased;
     });
 }
 

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "site/json_file.h"
+#include "site/result.h"
+#include "site/shown_record.h"
 
-#include <cstddef>
 #include <filesystem>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace Lumenfold {
 
@@ -56,8 +54,8 @@ struct SocialRecord {
 };
 
 // Each operation below is one transaction on one file: read it whole, change one list, write it
-// in place. A failure before the write leaves the file as it was. Adders put words for the user
-// in `error`.
+// in place. Whatever fails, the file keeps its bytes. Adders return false then, with words for the
+// user in `error`.
 
 bool add_dependency(const std::filesystem::path& path, const DependencyRecord& record,
                     std::string* error);
@@ -71,35 +69,15 @@ bool add_policy(const std::filesystem::path& path, const PolicyRecord& record, s
 bool add_topic(const std::filesystem::path& manifest_path, const TopicRecord& record,
                std::string* error);
 
-/// Registers a project, unless an entry already means the same path.
-bool add_project_entry(const std::filesystem::path& path, const std::string& reference);
 /// Sets `key` to an empty object.
 bool add_empty_object(const std::filesystem::path& path, const std::string& key,
                       std::string* error);
 
-/// Removes element `index` of the top-level array `key`; false if there is none.
-bool remove_record(const std::filesystem::path& path, const std::string& key, std::size_t index);
-bool remove_topic(const std::filesystem::path& manifest_path, std::size_t index);
+/// Removes a record of the top-level array `key`.
+Result remove_record(const std::filesystem::path& path, const std::string& key,
+                     const ShownRecord& shown);
+Result remove_topic(const std::filesystem::path& manifest_path, const ShownRecord& shown);
 /// Removes the policy and the footer link to its page; the Markdown file stays.
-bool remove_policy(const std::filesystem::path& path, std::size_t index);
-/// Removes the registry entries that mean one of `references` (absolute configuration paths).
-bool remove_projects(const std::filesystem::path& path,
-                     const std::vector<std::filesystem::path>& references);
-
-bool add_home_section(const std::filesystem::path& path, const Json& section);
-/// Moves a home section by `delta` places; false if it would leave the list.
-bool move_home_section(const std::filesystem::path& path, std::size_t index, int delta);
-bool remove_home_section(const std::filesystem::path& path, std::size_t index);
-/// `base`, or "section" if it is empty, with "-2", "-3", ... behind it while the id is taken.
-std::string unique_section_id(const std::filesystem::path& path, const std::string& base);
-/// Makes a custom section's HTML fragment, if it is missing. The section's "body" reference;
-/// empty on failure.
-std::string create_home_section_fragment(const std::filesystem::path& site_folder,
-                                         const std::string& id);
-
-/// ASCII letters and digits in lower case, every run of other bytes as one dash between them.
-std::string slugify(std::string_view text);
-/// Without blanks and tabs at both ends; line ends stay.
-std::string trim(std::string_view text);
+Result remove_policy(const std::filesystem::path& path, const ShownRecord& shown);
 
 } // namespace Lumenfold

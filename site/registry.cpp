@@ -1,24 +1,26 @@
-#include "site/config_files.h"
-#include "site/creation_p.h"
+#include "site/registry.h"
+
+#include "site/json_file.h"
 #include "site/path_text.h"
 #include "site/record_lists.h"
+#include "site/references.h"
 
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <set>
 
 namespace Lumenfold {
 
 namespace fs = std::filesystem;
 
-bool is_valid_slug(std::string_view text) {
-    char previous = '-'; // so that a leading dash counts as a second one
-    for (const char c : text) {
-        const bool letter_or_digit = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-        if (!letter_or_digit && (c != '-' || previous == '-'))
-            return false;
-        previous = c;
-    }
-    return previous != '-';
+namespace {
+
+Result unreadable(const fs::path& site_config_path) {
+    return Result::failed("Cannot read site config: " + path_to_utf8(site_config_path));
 }
+
+} // namespace
 
 std::vector<ProjectRow> collect_projects(const Json& site_json, const fs::path& site_folder) {
     std::vector<ProjectRow> rows;
@@ -27,41 +29,66 @@ std::vector<ProjectRow> collect_projects(const Json& site_json, const fs::path& 
         return rows;
     rows.reserve(projects->size());
     for (const Json& entry : *projects) {
-        ProjectRow row;
-        row.index = rows.size();
-        row.config = resolve_reference(text_at(entry, "config"), site_folder);
-        if (const std::optional<Json> project = read_json_file(row.config)) {
-            const auto slug = project->find("slug");
-            if (slug != project->end())
-                row.slug = slug->get<std::string>();
-            row.parent_slug = text_at(*project, "parent_slug");
-        }
-        rows.push_back(std::move(row));
+        const fs::path config = resolve_reference(text_at(entry, "config"), site_folder);
+        ProjectInfo info = read_project_info(config);
+        rows.push_back({rows.size(), config, std::move(info.slug), std::move(info.parent_slug),
+                        info.slug_is_text});
     }
     return rows;
 }
 
-std::optional<Json> read_registry(const fs::path& site_config_path, std::string* error) {
-    std::optional<Json> site = read_json_file(site_config_path);
-    if (!site || !site->is_object()) {
-        fail(error, "Cannot read site config: " + path_to_utf8(site_config_path));
-        return std::nullopt;
-    }
-    if (site->contains("projects") && !site->at("projects").is_array()) {
-        fail(error, "'projects' is not an array in the site config.");
-        return std::nullopt;
-    }
-    return site;
+Result read_registry(const fs::path& site_config_path, Json& site) {
+    std::optional<Json> json = read_json_file(site_config_path);
+    if (!json || !json->is_object())
+        return unreadable(site_config_path);
+    if (json->contains("projects") && !json->at("projects").is_array())
+        return Result::failed("'projects' is not an array in the site config.");
+    site = std::move(*json);
+    return {};
 }
 
-std::optional<std::vector<ProjectRow>>
-registered_projects(const Json& site, const fs::path& site_config_path, std::string* error) {
-    try {
-        return collect_projects(site, site_config_path.parent_path());
-    } catch (const Json::exception&) {
-        fail(error, "Cannot read site config: " + path_to_utf8(site_config_path));
-        return std::nullopt;
-    }
+Result registered_projects(const Json& site, const fs::path& site_config_path,
+                           std::vector<ProjectRow>& rows) {
+    rows = collect_projects(site, site_config_path.parent_path());
+    const bool sound = std::all_of(rows.begin(), rows.end(),
+                                   [](const ProjectRow& row) { return row.slug_is_text; });
+    return sound ? Result() : unreadable(site_config_path);
+}
+
+Result add_project_entry(const fs::path& path, const std::string& reference) {
+    const fs::path folder = path.parent_path();
+    const fs::path wanted = resolve_reference(reference, folder);
+    bool is_there = false;
+    const Result written = edit_config_file(path, [&](Json& site) {
+        Json& projects = list_at(site, "projects");
+        is_there = std::any_of(projects.begin(), projects.end(), [&](const Json& entry) {
+            const std::string config = text_at(entry, "config");
+            return !config.empty() && resolve_reference(config, folder) == wanted;
+        });
+        if (is_there)
+            return Result::idle();
+        Json entry = Json::object();
+        entry["config"] = reference;
+        projects.push_back(std::move(entry));
+        return Result();
+    });
+    return is_there ? Result() : written;
+}
+
+Result remove_projects(const fs::path& path, const std::vector<fs::path>& references) {
+    std::set<fs::path> removed;
+    for (const fs::path& reference : references)
+        removed.insert(comparable_path(reference));
+    return edit_config_file(path, [&](Json& site) {
+        Json* projects = find_list(site, "projects");
+        const auto is_removed = [&](const Json& entry) {
+            const std::string config = text_at(entry, "config");
+            return !config.empty() &&
+                   removed.contains(resolve_reference(config, path.parent_path()));
+        };
+        const bool any = projects && erase_elements(*projects, is_removed) > 0;
+        return any ? Result() : Result::changed();
+    });
 }
 
 } // namespace Lumenfold

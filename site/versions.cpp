@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <system_error>
 #include <utility>
 
@@ -18,45 +17,46 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* NO_LABEL = "The version has no label.";
+
 /// Reads a file of the builder's or of a source root; `missing` is told if it does not open.
-bool read_gated(const fs::path& path, const std::string& missing, Json& json, std::string* error) {
+Result read_gated(const fs::path& path, const std::string& missing, Json& json) {
     const std::optional<std::string> text = read_text_file(path);
     if (!text)
-        return fail(error, missing);
+        return Result::failed(missing);
     JsonError problem;
     std::optional<Json> parsed = parse_json(*text, &problem);
     if (!parsed)
-        return fail(error, "Invalid JSON in " + path_to_utf8(path) + ": " + problem.message);
-    if (!check_format(*parsed, error))
-        return false;
+        return Result::failed("Invalid JSON in " + path_to_utf8(path) + ": " + problem.message);
+    if (Result checked = check_format_of(path, *parsed); !checked)
+        return checked;
     json = std::move(*parsed);
-    return true;
+    return {};
 }
 
-/// One to nine decimal digits.
-std::optional<std::uint32_t> parse_number(std::string_view text) {
-    if (text.empty() || text.size() > 9)
-        return std::nullopt;
-    std::uint32_t value = 0;
-    for (const char c : text) {
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        value = value * 10 + static_cast<std::uint32_t>(c - '0');
-    }
-    return value;
+bool is_number(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-using MajorMinor = std::pair<std::uint32_t, std::uint32_t>;
+/// A decimal number of any length, in a form that compares as it does: by the count of digits, then
+/// by the digits.
+using Number = std::pair<std::size_t, std::string_view>;
+
+Number make_number(std::string_view digits) {
+    digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+    return {digits.size(), digits};
+}
+
+using MajorMinor = std::pair<Number, Number>;
 
 std::optional<MajorMinor> parse_label(std::string_view label) {
-    const std::size_t dot = label.find('.');
-    if (dot == std::string_view::npos)
+    const std::size_t dot = std::min(label.find('.'), label.size());
+    const std::string_view major = label.substr(0, dot);
+    const std::string_view minor = label.substr(std::min(dot + 1, label.size()));
+    if (!is_number(major) || !is_number(minor))
         return std::nullopt;
-    const auto major = parse_number(label.substr(0, dot));
-    const auto minor = parse_number(label.substr(dot + 1));
-    if (!major || !minor)
-        return std::nullopt;
-    return MajorMinor(*major, *minor);
+    return MajorMinor(make_number(major), make_number(minor));
 }
 
 bool has_label(const Json& version, const std::string& label) {
@@ -98,10 +98,13 @@ void declare_version(Json& project, const std::string& label, const std::string&
 bool read_built_record(const fs::path& folder, BuiltRecord& record, std::string* error) {
     const fs::path file = folder / BUILT_FILE_NAME;
     Json json;
-    if (!read_gated(file, "No .lumenfold-built in " + path_to_utf8(folder), json, error))
-        return false;
+    const Result read = read_gated(file, "No .lumenfold-built in " + path_to_utf8(folder), json);
+    if (!read)
+        return read.report_to(error);
     record = {text_at(json, "tag"), text_at(json, "commit"), text_at(json, "built")};
-    return !record.tag.empty() || fail(error, path_to_utf8(file) + " records no tag");
+    if (record.tag.empty())
+        return Result::failed(path_to_utf8(file) + " records no tag").report_to(error);
+    return true;
 }
 
 std::vector<VersionEntry> discover_versions(const fs::path& project_folder) {
@@ -143,7 +146,8 @@ bool load_manifest(const fs::path& path, Json& json, std::string* error) {
                       "No .lumenfold manifest at " + path_to_utf8(path) +
                           " — the project's source root declares its own build block "
                           "(readme/topics/includes) there",
-                      json, error);
+                      json)
+        .report_to(error);
 }
 
 bool version_newer(std::string_view a, std::string_view b) {
@@ -168,22 +172,22 @@ std::string version_status_text(std::string_view status) {
     return std::string(status);
 }
 
-bool include_version(const fs::path& path, const std::string& label,
-                     const std::string& release_date) {
+Result include_version(const fs::path& path, const std::string& label,
+                       const std::string& release_date) {
     if (label.empty())
-        return false;
+        return Result::failed(NO_LABEL);
     return edit_config_file(path, [&](Json& project) {
         if (Json* excluded = find_list(project, "versions_excluded"))
             erase_elements(*excluded, [&](const Json& other) { return other == label; });
         declare_version(project, label, release_date);
         ensure_format(project);
-        return true;
+        return Result();
     });
 }
 
-bool exclude_version(const fs::path& path, const std::string& label) {
+Result exclude_version(const fs::path& path, const std::string& label) {
     if (label.empty())
-        return false;
+        return Result::failed(NO_LABEL);
     return edit_config_file(path, [&](Json& project) {
         if (Json* versions = find_list(project, "versions"))
             erase_elements(*versions,
@@ -192,7 +196,7 @@ bool exclude_version(const fs::path& path, const std::string& label) {
         if (std::find(excluded.begin(), excluded.end(), Json(label)) == excluded.end())
             excluded.push_back(label);
         ensure_format(project);
-        return true;
+        return Result();
     });
 }
 

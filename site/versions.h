@@ -1,6 +1,7 @@
 #pragma once
 
-#include "site/json_file.h"
+#include "site/json_text.h"
+#include "site/result.h"
 
 #include <filesystem>
 #include <string>
@@ -49,9 +50,9 @@ bool version_newer(std::string_view a, std::string_view b);
 std::string version_status_text(std::string_view status);
 
 /// Declares a version, newest first, and takes it off the excluded ones.
-bool include_version(const std::filesystem::path& path, const std::string& label,
-                     const std::string& release_date);
+Result include_version(const std::filesystem::path& path, const std::string& label,
+                       const std::string& release_date);
 /// Takes a version's declaration away and lists it as excluded.
-bool exclude_version(const std::filesystem::path& path, const std::string& label);
+Result exclude_version(const std::filesystem::path& path, const std::string& label);
 
 } // namespace Lumenfold

@@ -6,16 +6,27 @@
 //     at NAME                                           the file that is asked and changed
 //     limit BYTES       readonly                        how the next operation finds the disk
 //     OPERATION ARGUMENT|... => done                    or the words of a refusal that leaves
-//                                                       every byte, with no limit
+//                                                       every byte
 //     QUESTION ARGUMENT|... => ANSWER
-//     json NAME|BYTES => DOCUMENT                       of which a write left so many bytes, or all
+//     json NAME => DOCUMENT                             as a write leaves it
+//
+// A limit is met twice: where room can be reserved, and where it turns out short in the midst of a
+// write. No file may differ afterwards. What was shown of a record is its position and KEY=TEXT.
 //
 // DIR is the folder; an answer that ends in "…" is the start of the real one.
 #include "site/config_files.h"
-#include "site/creation.h"
+#include "site/failing_disk.h"
+#include "site/import_file.h"
+#include "site/new_project.h"
+#include "site/new_site.h"
 #include "site/path_text.h"
+#include "site/project_groups.h"
+#include "site/promotion.h"
 #include "site/records.h"
+#include "site/registry.h"
 #include "site/site_support.h"
+#include "site/slug.h"
+#include "site/text_helpers.h"
 #include "site/versions.h"
 
 #include <fstream>
@@ -43,6 +54,15 @@ struct Arguments {
         return static_cast<std::size_t>(std::stoll(texts[i]));
     }
     bool flag(std::size_t i) const { return (*this)[i] == "yes"; }
+    /// From argument `i` on: the position, then KEY=TEXT for what was shown.
+    ShownRecord shown(std::size_t i) const {
+        ShownRecord record{index(i), {}};
+        while (++i < texts.size()) {
+            const std::size_t at = texts[i].find('=');
+            record.texts.emplace_back(texts[i].substr(0, at), texts[i].substr(at + 1));
+        }
+        return record;
+    }
 };
 
 Arguments arguments_of(const std::string& text) {
@@ -82,6 +102,20 @@ bool promote(F site, A a, E error) {
     return done;
 }
 
+/// Into "images" of the folder, with "over" over a file of its name; says nothing but errors.
+bool import(F file, A a, E error) {
+    const fs::path site = file.parent_path();
+    ImportedFile imported;
+    const Result result =
+        import_file(site, "images", site / a[0],
+                    a[1] == "over" ? NameTaken::Overwrite : NameTaken::FreeName, imported);
+    if (result) {
+        EXPECT_EQ(read_file(site / imported.reference), read_file(site / a[0]));
+        EXPECT_EQ(site / imported.reference, imported.file);
+    }
+    return result.report_to(error);
+}
+
 const std::map<std::string, Operation>& operations() {
     // clang-format off
     static const std::map<std::string, Operation> all = {
@@ -92,19 +126,20 @@ const std::map<std::string, Operation>& operations() {
         {"add_policy", [](F f, A a, E e) { return add_policy(f, {a[0], a[1], a[2], a[3], a.flag(4)}, e); }},
         {"add_topic", [](F f, A a, E e) { return add_topic(f, {a[0], a[1], a[2], a[3], a[4]}, e); }},
         {"add_empty_object", [](F f, A a, E e) { return add_empty_object(f, a[0], e); }},
-        {"add_project_entry", [](F f, A a, E) { return add_project_entry(f, a[0]); }},
-        {"add_home_section", [](F f, A a, E) { return add_home_section(f, Json::parse(a[0])); }},
-        {"move_home_section", [](F f, A a, E) { return move_home_section(f, a.index(0), std::stoi(a[1])); }},
-        {"remove_home_section", [](F f, A a, E) { return remove_home_section(f, a.index(0)); }},
-        {"remove_record", [](F f, A a, E) { return remove_record(f, a[0], a.index(1)); }},
-        {"remove_topic", [](F f, A a, E) { return remove_topic(f, a.index(0)); }},
-        {"remove_policy", [](F f, A a, E) { return remove_policy(f, a.index(0)); }},
-        {"remove_projects", [](F f, A a, E) { return remove_projects(f, {f.parent_path() / a[0], f.parent_path() / "none"}); }},
-        {"include_version", [](F f, A a, E) { return include_version(f, a[0], a[1]); }},
-        {"exclude_version", [](F f, A a, E) { return exclude_version(f, a[0]); }},
+        {"add_project_entry", [](F f, A a, E e) { return add_project_entry(f, a[0]).report_to(e); }},
+        {"add_home_section", [](F f, A a, E e) { return add_home_section(f, Json::parse(a[0])).report_to(e); }},
+        {"move_home_section", [](F f, A a, E e) { return move_home_section(f, a.shown(1), std::stoi(a[0])).report_to(e); }},
+        {"remove_home_section", [](F f, A a, E e) { return remove_home_section(f, a.shown(0)).report_to(e); }},
+        {"remove_record", [](F f, A a, E e) { return remove_record(f, a[0], a.shown(1)).report_to(e); }},
+        {"remove_topic", [](F f, A a, E e) { return remove_topic(f, a.shown(0)).report_to(e); }},
+        {"remove_policy", [](F f, A a, E e) { return remove_policy(f, a.shown(0)).report_to(e); }},
+        {"remove_projects", [](F f, A a, E e) { return remove_projects(f, {f.parent_path() / a[0], f.parent_path() / "none"}).report_to(e); }},
+        {"include_version", [](F f, A a, E e) { return include_version(f, a[0], a[1]).report_to(e); }},
+        {"exclude_version", [](F f, A a, E e) { return exclude_version(f, a[0]).report_to(e); }},
         {"create_site", [](F f, A a, E e) { return create_site(f.parent_path() / a[0], a[1], e); }},
         {"create_project", create},
         {"promote", promote},
+        {"import", import},
     };
     // clang-format on
     return all;
@@ -179,15 +214,35 @@ std::string versions_of(const Folder& f, A) {
 
 std::string rows_of(const Folder& f, A) {
     std::string text;
-    try {
-        for (const ProjectRow& row :
-             collect_projects(*read_json_file(f.file), f.file.parent_path()))
-            text += std::to_string(row.index) + row.slug + "<" + row.parent_slug + ";";
-    } catch (const Json::type_error& problem) {
-        text = problem.what();
-        text.erase(0, text.find("] ") + 2);
+    for (const ProjectRow& row : collect_projects(*read_json_file(f.file), f.file.parent_path()))
+        text += std::to_string(row.index) + (row.slug_is_text ? row.slug : "?") + "<" +
+                row.parent_slug + ";";
+    return text;
+}
+
+/// Each family between braces, its entries by folder; a broken one with its problem.
+std::string groups_of(const Folder& f, A) {
+    const fs::path root = f.file.parent_path();
+    std::string text;
+    for (const ProjectGroup& group :
+         group_projects(registered_files(*read_json_file(f.file), root))) {
+        text += "{";
+        for (const RegisteredProject& entry : group.entries)
+            text += entry.file.parent_path().filename().string() +
+                    (&entry == group.lead() ? "*" : "") +
+                    (entry.info.problem.empty() ? "" : "!" + entry.info.problem) + ",";
+        text.back() = '}';
     }
     return text;
+}
+
+std::string orphans_of(const Folder& f, A) {
+    const fs::path root = f.file.parent_path();
+    std::string names;
+    for (const std::string& name :
+         find_orphans(root, registered_files(*read_json_file(f.file), root)))
+        names += name + ";";
+    return names;
 }
 
 /// Every name below the folder, links with "@".
@@ -212,6 +267,8 @@ const std::map<std::string, Question>& questions() {
         {"load_manifest", manifest_words},
         {"versions", versions_of},
         {"collect", rows_of},
+        {"groups", groups_of},
+        {"orphans", orphans_of},
         {"tree", tree_of},
         {"file", [](const Folder& f, A a) { return read_file(f.dir / a[0]); }},
         {"site_title", [](const Folder& f, A a) { return read_title(f.written(a[0]), ConfigKind::Site); }},
@@ -289,9 +346,7 @@ private:
     void answer(const std::string& verb, A a, const std::string& expected) {
         ++answered;
         if (verb == "json")
-            EXPECT_EQ(read_file(folder_->dir / a[0]),
-                      normal_form(expected).substr(0, a[1].empty() ? std::string::npos
-                                                                   : std::stoul(a[1])));
+            EXPECT_EQ(read_file(folder_->dir / a[0]), normal_form(expected));
         else if (const auto operation = operations().find(verb); operation != operations().end())
             expect(outcome(operation->second, a), expected);
         else
@@ -301,20 +356,39 @@ private:
 
     std::string outcome(const Operation& operation, A a) {
         const auto before = file_tree(folder_->dir.path());
-        const bool limited = limit_.has_value();
+        const auto limit = std::exchange(limit_, {});
         std::string error;
-        bool done = false;
-        {
-            std::optional<FileSizeLimit> limit;
-            if (limited)
-                limit.emplace(*std::exchange(limit_, {}));
-            done = operation(folder_->file, a, &error);
+        if (limit)
+            return limited_outcome(operation, a, *limit);
+        if (operation(folder_->file, a, &error))
+            return "done" + error;
+        EXPECT_FALSE(operation(folder_->file, a, nullptr));
+        EXPECT_EQ(file_tree(folder_->dir.path()), before);
+        return error;
+    }
+
+    std::string limited_outcome(const Operation& operation, A a, rlim_t bytes) {
+        std::string errors[2];
+        for (const bool unreserved : {false, true}) {
+            const auto before = files_in(folder_->dir.path());
+            bool done = false;
+            {
+                const FileSizeLimit limit(bytes);
+                const TestSupport::FailingDisk disk({.cannot_reserve = unreserved});
+                done = operation(folder_->file, a, &errors[unreserved]);
+            }
+            EXPECT_FALSE(done);
+            EXPECT_EQ(files_in(folder_->dir.path()), before) << "room reserved: " << !unreserved;
         }
-        if (!done && !limited) {
-            EXPECT_FALSE(operation(folder_->file, a, nullptr));
-            EXPECT_EQ(file_tree(folder_->dir.path()), before);
-        }
-        return done ? "done" + error : error;
+        EXPECT_EQ(errors[0], errors[1]);
+        return errors[0];
+    }
+
+    /// Without the folders: some operations leave the empty ones that they made.
+    static std::map<std::string, std::string> files_in(const fs::path& root) {
+        auto files = file_tree(root);
+        std::erase_if(files, [](const auto& file) { return file.first.ends_with("/"); });
+        return files;
     }
 
     static void expect(std::string actual, const std::string& expected) {
@@ -419,7 +493,7 @@ TEST(Mutators, LeaveTheRestOfADocumentAsItIs) {
         write_file(file, text);
         const std::size_t size = (*read_json_file(file))["facts"].size();
         ASSERT_TRUE(add_fact(file, {"new", "v", "", ""}, nullptr));
-        ASSERT_TRUE(remove_record(file, "facts", size));
+        ASSERT_TRUE(remove_record(file, "facts", {size, {{"label", "new"}}}));
         EXPECT_EQ(read_file(file), normal_form(text));
         EXPECT_EQ(normal_form(normal_form(text)), normal_form(text));
     }

@@ -1,5 +1,9 @@
 #include "site/config_files.h"
-#include "site/creation.h"
+#include "site/failing_disk.h"
+#include "site/new_project.h"
+#include "site/new_site.h"
+#include "site/promotion.h"
+#include "site/registry.h"
 #include "site/site_support.h"
 
 #include <ctime>
@@ -30,6 +34,27 @@ TEST(CreateSite, WritesTheDefaultTextAndFolders) {
     EXPECT_EQ(read_title(dir / "new/.lumenfold-site", ConfigKind::Site), "Tide \"&\" \n—");
     ASSERT_TRUE(create_site(dir / "deep/er", "", nullptr)) << "with its parents";
     EXPECT_EQ(read_title(dir / "deep/er/.lumenfold-site", ConfigKind::Site), "My Site");
+}
+
+/// Not even the way back works: the words say where the files are then.
+TEST(PromoteToFamily, TellsWhereAnUndoLeftTheFiles) {
+    const TempDir dir;
+    write_file(dir / ".lumenfold-site", R"({"projects": [{"config": "p/.lumenfold-project"}]})");
+    const fs::path project = dir / "p/.lumenfold-project";
+    write_file(project, R"({"slug": "p", "long": ")" + std::string(200, 'x') + "\"}");
+    const std::string text = read_file(project);
+    std::string error;
+    {
+        const TestSupport::FileSizeLimit limit(150);
+        const TestSupport::FailingDisk disk({.renames = 1});
+        EXPECT_FALSE(
+            promote_to_family(dir / ".lumenfold-site", project, "m", "", nullptr, nullptr, &error));
+    }
+    const std::string root = dir.path().string();
+    EXPECT_EQ(error, "Could not write " + root +
+                         "/p-m/.lumenfold-project. The project's files are " + "now in " + root +
+                         "/p-m.");
+    EXPECT_EQ(read_file(dir / "p-m/.lumenfold-project"), text);
 }
 
 /// A thousand projects: what the panels ask for at each fill and each edit stays quick.
