@@ -43,7 +43,7 @@ Corvel::DesktopAppConfig lumenfold_config() {
 } // namespace
 
 int main(int argc, char** argv) {
-    // The shell opens what this variable names, however it came to be set.
+    // The application opens what this variable names, however it came to be set.
     const std::string files = files_to_open(argc, argv);
     if (!files.empty())
         ::setenv("LUMENFOLD_DEV_OPEN", files.c_str(), 1);

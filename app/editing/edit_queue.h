@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/shell.h"
+#include "app/context/context.h"
 
 #include <string>
 
@@ -14,8 +14,9 @@ void queue_edit(const Context& context, const std::string& pointer, const std::s
 void queue_manifest_edit(const Context& context, const std::string& pointer,
                          const std::string& value);
 
-/// Writes all pending edits now. A file that cannot be read keeps its edits pending; one that
-/// cannot be written loses them. Shows nothing either way.
+/// Writes all pending edits now. A file that cannot be read or written keeps its edits pending; the
+/// latter is told. An edit of a list element that is another record by now is dropped, told, and
+/// the panels are filled again.
 void flush_edits(const Context& context);
 
 } // namespace Lumenfold

@@ -1,45 +1,34 @@
 #include "app/editing/reload.h"
 
-#include "app/app_context.h"
-#include "app/editing/editor_text.h"
+#include "app/context/app_context.h"
 #include "app/editing/file_editor.h"
-#include "runtime/corvel_app.h"
-
-#include <vector>
+#include "app/editing/text_keeper.h"
+#include "app/editing/text_view.h"
 
 namespace Lumenfold {
 
-namespace {
-
-struct KeptText {
-    FileEditor* editor;
-    std::string path;
-    std::string text;
-};
-
-} // namespace
+void discard_unsaved(const Context& context) {
+    if (!context->configurator)
+        return;
+    if (text_view_dirty(*context, *context->configurator))
+        stop_keeping(*context, context->configurator->keeper);
+    for (const Guard& guard : context->configurator->guards)
+        discard_unsaved_texts(context, guard.editor(*context));
+}
 
 void reload(const Context& context) {
-    if (!context->edits.path.empty() && context->shell->reload)
-        context->shell->reload(context);
+    if (!anything_is_open(*context))
+        return;
+    discard_unsaved(context);
+    reload_after_change(context);
 }
 
 void reload_after_change(const Context& context) {
-    if (context->edits.path.empty())
+    if (!anything_is_open(*context))
         return;
-    Corvel::CorvelApp& app = context->app;
-    std::vector<KeptText> kept;
-    for (const Guard& guard : context->shell->guards)
-        if (file_editor_dirty(app, *guard.editor))
-            kept.push_back({guard.editor.get(), guard.editor->path,
-                            app.input_value(guard.editor->editor_path)});
-    reload(context);
-    for (const auto& [editor, path, text] : kept) {
-        if (editor->path != path || !editor->found)
-            continue;
-        fill_editor(app, editor->editor_path, text);
-        refresh_file_editor(app, *editor);
-    }
+    context->configurator->reload(context);
+    if (context->names_changed)
+        context->names_changed(context);
 }
 
 } // namespace Lumenfold

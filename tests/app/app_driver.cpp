@@ -20,7 +20,9 @@ bool is_named(std::string_view path, std::string_view name) {
 
 AppDriver::AppDriver()
     : app(load_app())
-    , platform(*app) {}
+    , platform(*app) {
+    app->data_folder = data.path().string();
+}
 
 void AppDriver::start(const std::vector<std::filesystem::path>& files) {
     build_with_files(*app, files);

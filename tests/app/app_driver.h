@@ -62,6 +62,7 @@ public:
     std::string question() const;
 
     TempDir dir;
+    TempDir data; ///< for files of the application's own
     std::unique_ptr<Corvel::CorvelApp> app;
     FakePlatform platform;
 

@@ -1,4 +1,4 @@
-#include "app/panels/tab_preview.h"
+#include "app/site_panels/tab_preview.h"
 #include "support/case_file.h"
 
 namespace {

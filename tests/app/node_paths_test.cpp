@@ -1,11 +1,13 @@
 #include "app_driver.h"
-#include "layers/attributes.h"
 #include "layers/engine.h"
 #include "layers/object_model.h"
+#include "layers/style_reader.h"
 #include "runtime/layer_plan.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 #include <sstream>
@@ -15,7 +17,8 @@ namespace {
 
 using Corvel::NodeKind;
 
-const std::string CONFIGURATORS = "App/Lumenfold Window/Config Pane/";
+const std::string WINDOW = "App/Lumenfold Window/";
+const std::string CONFIGURATORS = WINDOW + "Config Pane/";
 
 /// The list that a layer shows; empty if it shows none.
 std::string list_key(const Layers::LLayer& layer) {
@@ -67,20 +70,24 @@ bool kind_serves(NodeKind kind, const std::string& use, const std::string& path)
 }
 
 /// Clicks whatever has a handler and is on screen, in the order of the paths.
-void click_everything(AppDriver& ui, const std::string& below) {
+void click_everything(AppDriver& ui, const std::function<bool(const std::string&)>& matches) {
     for (const auto& [path, uses] : ui.app->path_uses())
-        if (uses.contains("click") && path.starts_with(below) && ui.shown(path))
+        if (uses.contains("click") && matches(path) && ui.shown(path))
             ui.click(path);
 }
 
 void visit_configurator(AppDriver& ui, const std::string& name) {
     const std::string root = CONFIGURATORS + name + "/Editor Panel/";
+    const auto in_panel = [&](const std::string& path) {
+        return path.starts_with(root + "Panels/");
+    };
+    const auto in_dialog = [](const std::string& path) { return !path.starts_with(WINDOW); };
     for (const auto& [tab, uses] : ui.app->path_uses()) {
         if (!tab.starts_with(root + "Sidebar/") || !uses.contains("click") || !ui.shown(tab))
             continue;
         ui.click(tab);
-        click_everything(ui, root + "Panels/");
-        click_everything(ui, "App/");
+        click_everything(ui, in_panel);
+        click_everything(ui, in_dialog);
     }
 }
 
@@ -88,7 +95,13 @@ void visit_configurator(AppDriver& ui, const std::string& name) {
 void have_a_long_session(AppDriver& ui) {
     const auto site = copy_example(ui.dir / "site");
     ui.start({site, ui.dir / "site/projects/harmonics/.lumenfold-project"});
+    const FakePlatform::Process listing = ui.platform.processes.back();
+    listing.on_line("R\t1.0\t1.0.0\t\tpending\t1");
+    listing.on_exit(0);
     visit_configurator(ui, "Project Configurator");
+    const std::vector<FakePlatform::Process> running = ui.platform.processes;
+    for (const FakePlatform::Process& process : running)
+        process.on_exit(0);
     for (const std::string card : {"proj-0", "proj-1", "proj-2", "proj-3"}) {
         ui.row_action("Left Tabs/config-1", "activate");
         ui.click("Sidebar/Projects Tab");
@@ -98,6 +111,8 @@ void have_a_long_session(AppDriver& ui) {
     visit_configurator(ui, "Project Configurator");
     ui.row_action("Left Tabs/config-1", "activate");
     visit_configurator(ui, "Site Configurator");
+    ui.click("Right Tabs/App Tab");
+    ui.click("Home/New Website Button");
     ui.advance(1000);
 }
 
@@ -119,6 +134,58 @@ TEST(NodePaths, ResolveInTheStylesWithTheirKindAndLists) {
     std::set<std::string> bound;
     collect_list_keys(*ui.app->engine().find_layer("App"), bound);
     EXPECT_EQ(ui.app->list_keys(), bound);
+}
+
+/// Calls `visit` with every layer below `path` that stands for one node, in reading order.
+void visit_nodes(const Layers::LLayer& layer, const std::string& path,
+                 const std::function<void(const Layers::LLayer&, const std::string&)>& visit) {
+    visit(layer, path);
+    if (!list_key(layer).empty())
+        return;
+    for (const Layers::LLayer* child : Corvel::template_children(layer))
+        visit_nodes(*child, path + "/" + child->name(), visit);
+}
+
+/// Whether the application does something with a node that people use.
+bool is_in_use(const Layers::LLayer& layer, const std::set<std::string>& uses) {
+    const auto any_of = [&](std::initializer_list<const char*> words) {
+        return std::any_of(words.begin(), words.end(),
+                           [&](const char* word) { return uses.contains(word); });
+    };
+    switch (Corvel::node_kind_of(&layer)) {
+    case NodeKind::Editor:
+        return any_of({"input", "input value", "text"});
+    case NodeKind::ComboBox:
+        return uses.contains("select");
+    case NodeKind::Button:
+        return uses.contains("click") || !Layers::read_node_style(&layer, {}).intent.empty();
+    default:
+        return true;
+    }
+}
+
+TEST(NodePaths, WhatPeopleUseIsWired) {
+    AppDriver ui;
+    have_a_long_session(ui);
+    const auto uses = ui.app->path_uses();
+    const auto check = [&](const Layers::LLayer& layer, const std::string& path) {
+        const auto found = uses.find(path);
+        const bool in_use =
+            is_in_use(layer, found == uses.end() ? std::set<std::string>() : found->second);
+        EXPECT_TRUE(in_use) << path << " is in the styles, but no code uses it";
+    };
+    const Layers::LLayer& app = *ui.app->engine().find_layer("App");
+    for (const Layers::LLayer* child : Corvel::template_children(app)) {
+        const std::string& name = child->name();
+        if (name.starts_with("Theme ") || name.starts_with("Update ")) // wired with the settings
+            continue;
+        if (name != "Lumenfold Window")
+            visit_nodes(*child, "App/" + name, check);
+    }
+    for (const std::string pane : {"App Pane", "Config Pane"}) {
+        const std::string path = WINDOW + pane;
+        visit_nodes(*ui.app->engine().find_layer(path), path, check);
+    }
 }
 
 } // namespace

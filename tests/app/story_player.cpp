@@ -44,13 +44,17 @@ public:
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    void play(const std::string& verb, const std::string& written) {
+    void play(const StoryLine& line) {
+        line_ = line;
+        const std::size_t blank = std::min(line.text.find(' '), line.text.size());
+        const std::string verb = line.text.substr(0, blank);
+        const std::string written = line.text.substr(std::min(blank + 1, line.text.size()));
         Words words;
         words.all = expand(written);
         std::tie(words.node, words.value) = split(words.all, " = ");
         std::tie(words.name, words.text) = split(words.all, " ");
         words.path = ui_.dir / words.name;
-        verbs_.at(verb)(words);
+        verb_of(verbs_, verb)(words);
     }
 
 private:
@@ -81,14 +85,20 @@ private:
         return result;
     }
 
-    static void expect(const std::string& actual, const std::string& expected) {
+    void expect(const std::string& actual, const std::string& expected) const {
         const std::string more = "…";
-        if (expected.ends_with(more)) {
-            const std::size_t size = expected.size() - more.size();
-            EXPECT_EQ(actual.substr(0, size), expected.substr(0, size)) << "of: " << actual;
-        } else {
-            EXPECT_EQ(actual, expected);
-        }
+        if (!expected.ends_with(more))
+            expect_at(line_, actual, expected);
+        else if (!actual.starts_with(expected.substr(0, expected.size() - more.size())))
+            fail_at(line_, "expected: " + expected + "\n  actual: " + readable(actual));
+    }
+    void expect(std::size_t actual, const std::string& expected) const {
+        expect_at(line_, std::to_string(actual), expected);
+    }
+    /// Fails with what is so instead.
+    void expect(bool holds, const char* instead) const {
+        if (!holds)
+            fail_at(line_, instead);
     }
 
     void start(const std::string& names) {
@@ -167,6 +177,11 @@ private:
         {"wait", [this](auto& w) { ui_.advance(std::stoi(w.all)); }},
         {"confirm", [this](auto&) { ui_.click("Confirm Dialog/Body/Actions/Confirm Button"); }},
         {"cancel", [this](auto&) { ui_.click("Confirm Dialog/Body/Actions/Cancel Button"); }},
+        {"activate", // another program was in front until now
+         [this](auto&) {
+             ui_.app->on_activate();
+             ui_.advance(0);
+         }},
         {"builder", [this](auto& w) { answer(w.all); }},
         {"generator", // what the favicon generator answers from now on
          [this](auto& w) {
@@ -177,46 +192,63 @@ private:
 
         {"text", [this](auto& w) { expect(ui_.text(w.node), w.value); }},
         {"reads", [this](auto& w) { expect(ui_.reading(w.node), w.value); }},
-        {"rows", [this](auto& w) { EXPECT_EQ(ui_.rows(w.node), w.value); }},
-        {"options", [this](auto& w) { EXPECT_EQ(ui_.options(w.node), w.value); }},
-        {"chosen", [this](auto& w) { EXPECT_EQ(ui_.chosen(w.node), w.value); }},
-        {"source", [this](auto& w) { EXPECT_EQ(source_of(ui_.node(w.node)), w.value); }},
+        {"rows", [this](auto& w) { expect(ui_.rows(w.node), w.value); }},
+        {"options", [this](auto& w) { expect(ui_.options(w.node), w.value); }},
+        {"chosen", [this](auto& w) { expect(ui_.chosen(w.node), w.value); }},
+        {"source", [this](auto& w) { expect(source_of(ui_.node(w.node)), w.value); }},
         {"height",
-         [this](auto& w) { EXPECT_EQ(ui_.node(w.node).style->height, std::stod(w.value)); }},
-        {"is", [this](auto& w) { EXPECT_TRUE(ui_.has_state(w.node, w.value)); }},
-        {"not", [this](auto& w) { EXPECT_FALSE(ui_.has_state(w.node, w.value)); }},
-        {"shows", [this](auto& w) { EXPECT_TRUE(ui_.shown(w.all)); }},
-        {"hides", [this](auto& w) { EXPECT_TRUE(!ui_.shown(w.all) && ui_.known(w.all)); }},
+         [this](auto& w) {
+             expect(ui_.node(w.node).style->height == std::stod(w.value), "another height");
+         }},
+        {"is",
+         [this](auto& w) { expect(ui_.has_state(w.node, w.value), "the node lacks the state"); }},
+        {"not",
+         [this](auto& w) { expect(!ui_.has_state(w.node, w.value), "the node has the state"); }},
+        {"shows", [this](auto& w) { expect(ui_.shown(w.all), "not on screen"); }},
+        {"hides",
+         [this](auto& w) {
+             expect(!ui_.shown(w.all) && ui_.known(w.all), "on screen, or no such node");
+         }},
 
         {"says", [this](auto& w) { expect(ui_.take_message(), w.all); }},
         {"asks", [this](auto& w) { expect(ui_.question(), w.all); }},
-        {"file", [](auto& w) { EXPECT_EQ(read_file(w.path), w.text); }},
+        {"file", [this](auto& w) { expect(read_file(w.path), w.text); }},
         {"json", // as the application writes it
-         [](auto& w) {
+         [this](auto& w) {
              const auto value = Lumenfold::Json::parse(w.text);
-             EXPECT_EQ(read_file(w.path), Lumenfold::dump_config(value));
+             expect(read_file(w.path), Lumenfold::dump_config(value).value_or(""));
          }},
         {"holds",
-         [](auto& w) { EXPECT_NE(read_file(w.path).find(w.text), std::string::npos) << w.path; }},
-        {"files", [this](auto& w) { EXPECT_EQ(names_of(file_tree(ui_.dir.path())), w.all); }},
-        {"there", [](auto& w) { EXPECT_TRUE(std::filesystem::exists(w.path)); }},
-        {"gone", [](auto& w) { EXPECT_FALSE(std::filesystem::exists(w.path)); }},
+         [this](auto& w) {
+             const std::string content = read_file(w.path);
+             if (content.find(w.text) == std::string::npos)
+                 fail_at(line_, "the file holds: " + readable(content));
+         }},
+        {"files", [this](auto& w) { expect(names_of(file_tree(ui_.dir.path())), w.all); }},
+        {"there", [this](auto& w) { expect(std::filesystem::exists(w.path), "not there"); }},
+        {"gone", [this](auto& w) { expect(!std::filesystem::exists(w.path), "still there"); }},
         {"picker", // title, filter and folder of the last file dialog
          [this](auto& w) {
              const Corvel::PickRequest& p = ui_.platform.picks.back();
-             EXPECT_EQ(p.mode + "|" + p.title + "|" + p.filter + "|" + p.directory, w.all);
+             expect(p.mode + "|" + p.title + "|" + p.filter + "|" + p.directory, w.all);
          }},
         {"opened", // the addresses given to the system so far
-         [this](auto& w) { EXPECT_EQ(joined(ui_.platform.opened_urls), w.all); }},
+         [this](auto& w) { expect(joined(ui_.platform.opened_urls), w.all); }},
         {"ran", // the last process
-         [this](auto& w) { EXPECT_EQ(joined(ui_.platform.processes.back().argv), w.all); }},
-        {"processes",
-         [this](auto& w) { EXPECT_EQ(ui_.platform.processes.size(), std::stoul(w.all)); }},
+         [this](auto& w) { expect(joined(ui_.platform.processes.back().argv), w.all); }},
+        {"stopped", // how many processes were not waited for
+         [this](auto& w) {
+             const auto& all = ui_.platform.processes;
+             const auto stopped = [](const auto& process) { return process.stopped; };
+             expect(std::count_if(all.begin(), all.end(), stopped), w.all);
+         }},
+        {"processes", [this](auto& w) { expect(ui_.platform.processes.size(), w.all); }},
         {"generated", // what the favicon generator was last asked for
-         [this](auto& w) { EXPECT_EQ(std::exchange(generated_, ""), w.all); }},
+         [this](auto& w) { expect(std::exchange(generated_, ""), w.all); }},
     };
 
     AppDriver& ui_;
+    StoryLine line_; ///< being played
     std::optional<ReadOnly> read_only_;
     std::string generator_error_;
     std::string generated_;
@@ -240,18 +272,19 @@ std::vector<Story> read_stories(const std::string& folder) {
             givens.clear();
         };
         int number = 0;
-        for (std::string line; std::getline(in, line);) {
-            const std::string where =
-                file.path().filename().string() + ":" + std::to_string(++number);
-            if (line.starts_with("# ")) {
+        bool behind_blank = true;
+        for (std::string line; std::getline(in, line); behind_blank = line.empty()) {
+            ++number;
+            if (line.starts_with("== ")) {
                 finish();
-                story = {file.path().stem().string() + ": " + line.substr(2), {}, {}};
+                story = {file.path().stem().string() + ": " + line.substr(3), {}, {}};
             } else if (line.starts_with("given")) {
                 givens.push_back(line.substr(std::min<std::size_t>(6, line.size())));
             } else if (line.starts_with(" ")) {
-                story.lines.back().second += line.substr(line.find_first_not_of(' ') - 1);
-            } else if (!line.empty()) {
-                story.lines.emplace_back(where, line);
+                story.lines.back().text += line.substr(line.find_first_not_of(' ') - 1);
+            } else if (!line.empty() && (behind_blank || !line.starts_with("# "))) {
+                // A remark in a title's place is played, and fails as the slip that it is.
+                story.lines.push_back({file.path().string(), number, line});
             }
         }
         finish();
@@ -261,22 +294,20 @@ std::vector<Story> read_stories(const std::string& folder) {
 
 void play(const Story& story, AppDriver& ui) {
     Player player(ui);
-    for (const auto& [where, written] : story.lines) {
-        std::string line = written;
+    for (StoryLine line : story.lines) {
         std::istringstream given(story.given);
-        for (char number = '1'; number <= '9' && line.find('$') != std::string::npos; ++number) {
+        for (char number = '1'; number <= '9' && line.text.find('$') != std::string::npos;
+             ++number) {
             std::string part;
             std::getline(given, part, '|');
-            for (std::size_t at; (at = line.find({'$', number})) != std::string::npos;)
-                line.replace(at, 2, part);
+            line.text = replaced(line.text, {'$', number}, part);
         }
-        SCOPED_TRACE(where + ": " + line);
-        const std::size_t blank = std::min(line.find(' '), line.size());
+        if (line.text.empty())
+            continue; // a part of "given" that stands for no step
         try {
-            if (!line.empty())
-                player.play(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
+            player.play(line);
         } catch (const std::exception& problem) {
-            FAIL() << problem.what();
+            return fail_at(line, problem.what());
         }
     }
     EXPECT_EQ(ui.question(), "");
@@ -284,10 +315,7 @@ void play(const Story& story, AppDriver& ui) {
 }
 
 std::string story_name(const testing::TestParamInfo<Story>& story) {
-    std::string name = story.param.name;
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
-    return name;
+    return test_name(story.param.name);
 }
 
 } // namespace TestSupport

@@ -1,4 +1,4 @@
-// Plays the files of a folder, each story with the whole application on a folder of its own. "# "
+// Plays the files of a folder, each story with the whole application on a folder of its own. "== "
 // opens a story; a line is a step: a verb and what it needs, "NODE = TEXT" for most. An indented
 // line continues the last one. `DIR` is the folder, \n \t \r and \xHH are escapes, \*9X stands for
 // nine X, and an expected text that ends in "…" is the start of the real one. A story with lines
@@ -6,10 +6,11 @@
 // question may be left at the end.
 #pragma once
 
+#include "support/story_line.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace TestSupport {
@@ -19,7 +20,7 @@ class AppDriver;
 struct Story {
     std::string name;
     std::string given;
-    std::vector<std::pair<std::string, std::string>> lines; ///< with file and number
+    std::vector<StoryLine> lines;
 };
 
 std::vector<Story> read_stories(const std::string& folder);

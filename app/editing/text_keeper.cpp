@@ -1,0 +1,109 @@
+#include "app/editing/text_keeper.h"
+
+#include "app/context/app_context.h"
+#include "app/editing/editor_text.h"
+#include "app/editing/kept_texts.h"
+#include "runtime/corvel_app.h"
+
+#include <utility>
+
+namespace Lumenfold {
+
+namespace {
+
+constexpr int KEEP_DELAY_MS = 2000;
+
+bool is_unsaved(const AppContext& context, const TextKeeper& keeper) {
+    return !keeper.file.empty() && context.app.input_value(keeper.editor_path) != keeper.baseline;
+}
+
+void show_buttons(const AppContext& context, const TextKeeper& keeper) {
+    for (const std::string& button : {keeper.restore_path, keeper.discard_path})
+        context.app.set_visible(button, keeper.offered.has_value());
+}
+
+void restore(const Context& context, TextKeeper& keeper) {
+    if (const auto kept = std::exchange(keeper.offered, std::nullopt))
+        fill_editor(context->app, keeper.editor_path, kept->text);
+    show_buttons(*context, keeper);
+    keep_later(context, keeper);
+}
+
+void give_up(const Context& context, TextKeeper& keeper) {
+    withdraw_offer(*context, keeper);
+    if (!is_unsaved(*context, keeper))
+        drop_kept_text(kept_folder(*context), keeper.file);
+}
+
+} // namespace
+
+void wire_text_keeper(const Context& context, TextKeeper& keeper, const std::string& status_bar,
+                      const std::string& editor_path, const std::function<void()>& changed) {
+    keeper.editor_path = editor_path;
+    keeper.restore_path = status_bar + "/Restore Button";
+    keeper.discard_path = status_bar + "/Discard Button";
+    show_buttons(*context, keeper);
+    context->app.on_click(keeper.restore_path, [context, &keeper, changed] {
+        restore(context, keeper);
+        changed();
+    });
+    context->app.on_click(keeper.discard_path, [context, &keeper, changed] {
+        give_up(context, keeper);
+        changed();
+    });
+}
+
+void start_keeping(const AppContext& context, TextKeeper& keeper, const std::string& file,
+                   const std::string& baseline) {
+    ++keeper.generation;
+    keeper.file = file;
+    keeper.baseline = baseline;
+    keeper.offered.reset();
+    if (!file.empty())
+        keeper.offered = find_kept_text(kept_folder(context), file);
+    if (keeper.offered && keeper.offered->text == baseline) {
+        drop_kept_text(kept_folder(context), file);
+        keeper.offered.reset();
+    }
+    show_buttons(context, keeper);
+}
+
+void withdraw_offer(const AppContext& context, TextKeeper& keeper) {
+    keeper.offered.reset();
+    show_buttons(context, keeper);
+}
+
+void keep_later(const Context& context, TextKeeper& keeper) {
+    const std::uint32_t generation = ++keeper.generation;
+    if (!context->app.run_after)
+        return;
+    context->app.run_after(KEEP_DELAY_MS, [context, &keeper, generation] {
+        if (generation != keeper.generation)
+            return;
+        if (!is_unsaved(*context, keeper) && !keeper.offered)
+            drop_kept_text(kept_folder(*context), keeper.file);
+        keep_now(*context, keeper);
+    });
+}
+
+void keep_now(const AppContext& context, const TextKeeper& keeper) {
+    if (is_unsaved(context, keeper))
+        keep_text(kept_folder(context), keeper.file, context.app.input_value(keeper.editor_path));
+}
+
+void stop_keeping(const AppContext& context, TextKeeper& keeper) {
+    ++keeper.generation;
+    drop_kept_text(kept_folder(context), keeper.file);
+    withdraw_offer(context, keeper);
+}
+
+std::string offer_message(const TextKeeper& keeper) {
+    return keeper.offered ? "Unsaved text from " + keeper.offered->date + " was kept"
+                          : std::string();
+}
+
+std::string kept_folder(const AppContext& context) {
+    return context.app.data_folder.empty() ? std::string() : context.app.data_folder + "/unsaved";
+}
+
+} // namespace Lumenfold
