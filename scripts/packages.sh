@@ -2,12 +2,16 @@
 # by name at run time stands here too: without the GStreamer plugins every start would crash.
 
 packages_build="g++ cmake ninja-build ccache
-    qt6-base-dev qt6-svg-dev qt6-multimedia-dev libqrcodegencpp-dev nlohmann-json3-dev"
+    qt6-base-dev qt6-svg-dev qt6-multimedia-dev libqrcodegencpp-dev nlohmann-json3-dev
+    pkg-config libmd4c-dev libgit2-dev libgumbo-dev libutf8proc-dev libxxhash-dev libcli11-dev
+    libcpp-httplib-dev"
 packages_run="gstreamer1.0-plugins-base gstreamer1.0-plugins-good qt6-image-formats-plugins
-    fonts-dejavu-core fonts-dejavu-extra ca-certificates"
-packages_test="libgtest-dev zbar-tools imagemagick locales"
-packages_check="clang-format git"
-packages_bench="libbenchmark-dev"
+    fonts-dejavu-core fonts-dejavu-extra ca-certificates git"
+packages_test="libgtest-dev zbar-tools imagemagick locales desktop-file-utils appstream
+    shared-mime-info man-db python3-jsonschema"
+packages_check="clang clang-format clang-tidy libclang-rt-14-dev"
+packages_bench="libbenchmark-dev hugo git"
+packages_package="librsvg2-bin file dpkg-dev"
 
 say() {
     printf '%s\n' "$*" >&2

@@ -1,11 +1,14 @@
 // What style files cost: reading them, linking them, and reading styles off the tree.
 
 #include "form_style.h"
-#include "layers/attributes.h"
+#include "layers/attribute_links.h"
+#include "layers/base_resolution.h"
+#include "layers/inheritance.h"
 #include "layers/layer_builder.h"
 #include "layers/lexer.h"
-#include "layers/linker.h"
+#include "layers/load_limits.h"
 #include "layers/parser.h"
+#include "layers/style_reader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -34,11 +37,13 @@ FileNode parse(const std::string& text) {
 }
 
 void load(LLayer& root, const std::string& text) {
-    LayerBuilder(root).pour(parse(text));
+    LoadLimits limits;
+    limits.begin_file({}, text.size());
+    LayerBuilder(root, limits).pour(parse(text), {});
     resolve_bases(root);
     for (const std::unique_ptr<LObject>& child : root.children())
         if (LLayer* const layer = child->as_layer())
-            link_layer(*layer);
+            link_layer(*layer, limits);
     link_attributes(root);
 }
 

@@ -96,14 +96,16 @@ TEST(Program, ACommaLocaleChangesNothing) {
     EXPECT_EQ(read_file(folder / "C.UTF-8.png"), read_file(folder / "de_DE.UTF-8.png"));
 }
 
-TEST(Program, TheWindowMayStartBelowItsUsualMinimum) {
+TEST(Program, StartsSmallAndWithoutMediaPlugIns) {
     TempDir folder;
     const std::string shot = (folder / "small.png").string();
-    EXPECT_EQ(
-        run_program(folder,
-                    {{"CORVEL_SHOT", shot}, {"CORVEL_WIDTH", "200"}, {"CORVEL_HEIGHT", "180"}})
-            .exit_code,
-        0);
+    EXPECT_EQ(run_program(folder, {{"CORVEL_SHOT", shot},
+                                   {"CORVEL_WIDTH", "200"},
+                                   {"CORVEL_HEIGHT", "180"},
+                                   {"GST_PLUGIN_SYSTEM_PATH_1_0", folder.path().string()},
+                                   {"GST_REGISTRY", (folder / "registry").string()}})
+                  .exit_code,
+              0);
     EXPECT_EQ(png_size(shot), std::pair(200u, 180u));
 }
 
@@ -116,6 +118,26 @@ TEST(Program, InstalledAssetsWithoutAThemeEndTheStart) {
         const Outcome outcome = run_program(folder, {}, {}, (folder / "lumenfold").string());
         EXPECT_EQ(outcome.exit_code, 1);
         EXPECT_NE(outcome.errors.find("Corvel: failed to initialize (themes/styles/theme).\n"),
+                  std::string::npos)
+            << outcome.errors;
+    }
+}
+
+// As root every folder can be read, so the fault is a link that leads to itself. Styles that cannot
+// be read are left out and told; without themes there is nothing to show.
+TEST(Program, AssetsThatCannotBeReadEndTheStartWithASentence) {
+    for (const char* folder_name : {"themes"}) {
+        TempDir folder;
+        std::filesystem::copy(PROGRAM, folder / "lumenfold");
+        std::filesystem::create_directories(folder / "assets/corvel");
+        std::filesystem::copy(SOURCE_ROOT "/ext/corvel/styles", folder / "assets/corvel/styles",
+                              std::filesystem::copy_options::recursive);
+        const std::filesystem::path broken = folder / ("assets/corvel/" + std::string(folder_name));
+        std::filesystem::remove_all(broken);
+        std::filesystem::create_symlink(broken.filename(), broken);
+        const Outcome outcome = run_program(folder, {}, {}, (folder / "lumenfold").string());
+        EXPECT_EQ(outcome.exit_code, 1) << folder_name;
+        EXPECT_NE(outcome.errors.find("Corvel: cannot read " + broken.string() + ": "),
                   std::string::npos)
             << outcome.errors;
     }

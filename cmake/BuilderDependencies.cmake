@@ -1,0 +1,10 @@
+# What the builder needs beyond the application: Markdown, repositories, HTML, options, hashes.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(md4c REQUIRED IMPORTED_TARGET md4c)
+pkg_check_modules(libgit2 REQUIRED IMPORTED_TARGET libgit2)
+pkg_check_modules(gumbo REQUIRED IMPORTED_TARGET gumbo)
+pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
+pkg_check_modules(xxhash REQUIRED IMPORTED_TARGET libxxhash)
+pkg_check_modules(httplib REQUIRED IMPORTED_TARGET cpp-httplib)
+find_package(CLI11 REQUIRED)
+find_package(Threads REQUIRED)

@@ -1,0 +1,60 @@
+# Holds the links between the project's libraries to the same table as the includes: the target of
+# a folder may link the targets of the folders that its rows in docs/architecture.md name, and Qt
+# where a row says so. The rows of a target are that of its folder and those of the folders below.
+set(LUMENFOLD_FOLDERS_TABLE "${PROJECT_SOURCE_DIR}/docs/architecture.md")
+set(LUMENFOLD_ROW_BEGIN "^\\| `(ext/corvel/(src/)?)?")
+
+# The row that a directory belongs to, by the name that includes have for it; empty for none.
+function(lumenfold_row_name directory result)
+    file(RELATIVE_PATH name "${PROJECT_SOURCE_DIR}" "${directory}")
+    string(REGEX REPLACE "^ext/corvel/(src/)?" "" name "${name}")
+    while(name)
+        file(STRINGS "${LUMENFOLD_FOLDERS_TABLE}" row REGEX "${LUMENFOLD_ROW_BEGIN}${name}`")
+        if(row)
+            break()
+        endif()
+        cmake_path(GET name PARENT_PATH name)
+    endwhile()
+    set(${result} "${name}" PARENT_SCOPE)
+endfunction()
+
+function(lumenfold_check_target target uses)
+    get_target_property(links ${target} LINK_LIBRARIES)
+    if(NOT links)
+        return()
+    endif()
+    foreach(link IN LISTS links)
+        if(link MATCHES "^Qt6::")
+            set(name "Qt")
+        elseif(TARGET ${link} AND link MATCHES "^(corvel|lumenfold|builder)_")
+            get_target_property(directory ${link} SOURCE_DIR)
+            lumenfold_row_name("${directory}" name)
+        else()
+            set(name "")
+        endif()
+        if(name AND NOT uses MATCHES "[` ]${name}[` ]")
+            message(SEND_ERROR
+                "${target} links ${link}, but its row in docs/architecture.md does not name ${name}")
+        endif()
+    endforeach()
+endfunction()
+
+# Every target of a directory and of the directories below it.
+function(lumenfold_check_links directory)
+    lumenfold_row_name("${directory}" folder)
+    get_property(targets DIRECTORY "${directory}" PROPERTY BUILDSYSTEM_TARGETS)
+    if(folder)
+        file(STRINGS "${LUMENFOLD_FOLDERS_TABLE}" uses REGEX "${LUMENFOLD_ROW_BEGIN}${folder}[`/]")
+        foreach(target IN LISTS targets)
+            lumenfold_check_target(${target} "${uses}")
+        endforeach()
+    endif()
+    get_property(below DIRECTORY "${directory}" PROPERTY SUBDIRECTORIES)
+    foreach(subdirectory IN LISTS below)
+        lumenfold_check_links("${subdirectory}")
+    endforeach()
+endfunction()
+
+set_property(DIRECTORY "${PROJECT_SOURCE_DIR}" APPEND PROPERTY
+    CMAKE_CONFIGURE_DEPENDS "${LUMENFOLD_FOLDERS_TABLE}")
+lumenfold_check_links("${PROJECT_SOURCE_DIR}")

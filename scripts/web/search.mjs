@@ -1,0 +1,51 @@
+// search.mjs SITE [QUESTIONS]: asks the site's own search, and tells what a question costs.
+import { readFileSync, statSync } from "node:fs";
+import { join } from "node:path";
+import { fileURLToPath } from "node:url";
+import { openBrowser, serve } from "./browser.mjs";
+
+const [site, file = fileURLToPath(new URL("questions.txt", import.meta.url))] = process.argv.slice(2);
+const questions = readFileSync(file, "utf8").split("\n")
+    .filter((line) => line.includes(" => ")).map((line) => line.split(" => "));
+const server = await serve(site);
+const browser = await openBrowser();
+let missed = 0;
+let worstBytes = 0;
+const times = [];
+for (const [question, expected] of questions) {
+    const context = await browser.newContext();
+    const page = await context.newPage();
+    await page.goto(server.url + "search.html");
+    let bytes = 0;
+    page.on("request", (request) => {
+        const path = request.url().replace(server.url, "");
+        if (path.startsWith("search/")) bytes += statSync(join(site, path)).size;
+    });
+    await page.focus("#PageSearch");
+    const asked = await page.evaluate((text) => new Promise((done) => {
+        const start = performance.now();
+        const output = document.querySelector("output");
+        new MutationObserver(() => done({
+            time: performance.now() - start,
+            links: [...document.querySelectorAll(".results li > a")].map((link) => link.href),
+        })).observe(output, { childList: true });
+        const field = document.getElementById("PageSearch");
+        field.value = text;
+        field.dispatchEvent(new Event("input"));
+    }), question);
+    const paths = asked.links.map((link) => link.replace(server.url, "").replace(/#.*/, ""));
+    times.push(asked.time);
+    worstBytes = Math.max(worstBytes, bytes);
+    if (!paths.slice(0, 3).includes(expected)) {
+        missed++;
+        console.log(`${question}: ${expected} is not among ${paths.slice(0, 3).join(", ") || "nothing"}`);
+    }
+    await context.close();
+}
+await browser.close();
+server.close();
+times.sort((a, b) => a - b);
+console.log(`${questions.length} questions, ${missed} missed; first results after ` +
+    `${times[times.length >> 1].toFixed()} ms (middle), ${times[times.length - 1].toFixed()} ms (worst); ` +
+    `at most ${worstBytes} bytes loaded`);
+process.exitCode = missed ? 1 : 0;
