@@ -123,7 +123,8 @@ TEST(SvgTint, GradientsAreThoseThatThePatternFinds) {
             expected.replace(match.capturedStart() + grown, match.capturedLength(), tinted);
             grown += tinted.size() - match.capturedLength();
         }
-        ASSERT_EQ(recolor_gradients(text, {"g"}, "red"), expected) << text.toStdString();
+        ASSERT_EQ(recolor_gradients(text, {QStringLiteral("g")}, QStringLiteral("red")), expected)
+            << text.toStdString();
     }
 }
 
