@@ -54,3 +54,8 @@ pages() {
 same() {
     diff -r -q -x .lumenfold-output -x .lumenfold-notes "$1" "$2" && echo same
 }
+
+# settle: waits until files changed last can no longer change without a new time.
+settle() {
+    sleep 0.06
+}
