@@ -3,14 +3,6 @@
 namespace Lumenfold::Builder {
 namespace {
 
-std::string anchor(std::string_view id) {
-    std::string result(id);
-    for (char& c : result)
-        if (c == ' ' || (c >= '\t' && c <= '\r'))
-            c = '-';
-    return result;
-}
-
 void write_heading(HtmlWriter& html, const HomeSectionView& section, std::string_view otherwise) {
     const std::string_view label = section.label.empty() ? otherwise : section.label;
     if (!label.empty())
@@ -32,7 +24,7 @@ void write_section(HtmlWriter& html, const Chrome& chrome, const HomeView& view,
     const Words& words = words_of(chrome);
     html.raw("<section");
     if (!section.id.empty())
-        html.attribute("id", anchor(section.id));
+        html.attribute("id", section_anchor(section.id));
     switch (section.kind) {
     case HomeSectionKind::Description:
         html.raw(" class=\"description\">\n");
@@ -59,6 +51,14 @@ void write_section(HtmlWriter& html, const Chrome& chrome, const HomeView& view,
 }
 
 } // namespace
+
+std::string section_anchor(std::string_view id) {
+    std::string result(id);
+    for (char& c : result)
+        if (c == ' ' || (c >= '\t' && c <= '\r'))
+            c = '-';
+    return result;
+}
 
 std::string home_page(const Chrome& chrome, const PageFrame& frame, const HomeView& view) {
     HtmlWriter html;

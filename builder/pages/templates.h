@@ -34,6 +34,9 @@ std::string search_page(const Chrome& chrome, const PageFrame& frame);
 /// "/docs/"), not way_to_root.
 std::string not_found_page(const Chrome& chrome, const PageFrame& frame);
 
+/// The anchor of a home section with this id.
+std::string section_anchor(std::string_view id);
+
 /// The way from a page to the site's root: "" for "index.html", "../" for "gauge/index.html".
 std::string way_to_root(std::string_view path);
 

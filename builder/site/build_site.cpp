@@ -275,6 +275,7 @@ private:
 
     /// What is kept is settled before the first claim, so that nothing kept can be claimed.
     void claim_all() {
+        site_search_ = search_summary(site_search_pages(context_, documents_));
         const std::string search = search_sign();
         const bool same_search = output_->is_current(SEARCH_UNIT, search);
         if (same_search)
@@ -333,13 +334,14 @@ private:
             sign.add(std::to_string(weight));
         for (const ProjectState& state : states_)
             sign.add(state.note.search);
-        return sign.hex();
+        return sign.add(site_search_).hex();
     }
 
     const std::vector<SiteAsset>& make_search() {
         std::vector<std::string> summaries;
         for (const ProjectState& state : states_)
             summaries.push_back(state.note.search);
+        summaries.push_back(site_search_);
         if (site_.config.search)
             search_ = search_files(summaries, search_weights());
         return search_;
@@ -407,6 +409,7 @@ private:
     Chrome chrome_;
     std::vector<ProjectView> views_; ///< one for each project
     std::vector<SiteAsset> assets_;
+    std::string site_search_; ///< search_summary of the site's own pages
     std::vector<SiteAsset> search_;
     std::vector<SiteFile> files_;
     std::vector<std::size_t> stale_; ///< projects whose pages are made anew

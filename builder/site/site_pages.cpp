@@ -68,8 +68,8 @@ PolicyDocument read_policy(const SiteContext& context, const ConfigPolicy& polic
     return page;
 }
 
-std::string read_fragment(const SiteContext& context, const ConfigSection& section,
-                          Messages& messages) {
+Document read_fragment(const SiteContext& context, const ConfigSection& section,
+                       Messages& messages) {
     const SiteConfig& config = context.site.config;
     if (section_kind(section.type) != HomeSectionKind::Custom || section.body.empty())
         return {};
@@ -79,13 +79,13 @@ std::string read_fragment(const SiteContext& context, const ConfigSection& secti
         return {};
     }
     SiteDocumentLinks links(context.addresses, config, "");
-    return render_fragment(document.text, {document.file}, links, messages).html;
+    return render_fragment(document.text, {document.file}, links, messages);
 }
 
-HomeView home_view(const SiteContext& context, Messages& messages) {
+void read_home(const SiteContext& context, SiteDocuments& documents, Messages& messages) {
     const SiteConfig& config = context.site.config;
     const ReferenceReader references(context.addresses, config.file, messages);
-    HomeView view;
+    HomeView& view = documents.home;
     view.heading = config.title;
     view.hero = references.picture(config.hero);
     for (const ConfigSection& section : config.sections) {
@@ -95,13 +95,15 @@ HomeView home_view(const SiteContext& context, Messages& messages) {
         item.label = section.label;
         item.subtext = section.subtext;
         item.icon = references.picture(section.icon);
-        item.html = read_fragment(context, section, messages);
+        Document fragment = read_fragment(context, section, messages);
+        item.html = std::move(fragment.html);
+        for (const TextSection& text : fragment.sections)
+            documents.home_texts.push_back({section_anchor(section.id), text.text});
         view.sections.push_back(std::move(item));
     }
     for (std::size_t i = 0; i < context.site.projects.size(); ++i)
         if (context.site.projects[i].family == NO_PROJECT)
             view.projects.push_back(project_card(context, i));
-    return view;
 }
 
 /// A page for addresses that lead nowhere is shown at any depth, so the way to the root starts at
@@ -140,7 +142,7 @@ SiteDocuments read_site_documents(const SiteContext& context, Messages& messages
                                     "' cannot name a page: use lowercase letters and digits in "
                                     "dash-separated runs."});
     }
-    documents.home = home_view(context, messages);
+    read_home(context, documents, messages);
     return documents;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "builder/pages/search_index.h"
 #include "builder/site/project_pages.h"
 #include "builder/site/site_context.h"
 
@@ -25,6 +26,7 @@ struct PolicyDocument {
 struct SiteDocuments {
     std::vector<PolicyDocument> policies;
     HomeView home;
+    std::vector<TextSection> home_texts; ///< of the home page's custom sections, for search
 };
 
 /// The pages that the site has besides its projects'.
@@ -33,6 +35,11 @@ std::vector<SitePage> site_page_list(const SiteConfig& config);
 /// Reads and renders policies, fragments and all else that the site's own pages show; problems go
 /// to `messages`.
 SiteDocuments read_site_documents(const SiteContext& context, Messages& messages);
+
+/// What search knows of the pages that no project's documents make: home, policies, and the pages
+/// of families and of projects without documents.
+std::vector<SearchPage> site_search_pages(const SiteContext& context,
+                                          const SiteDocuments& documents);
 
 /// What header and footer show. Problems with the configuration's references go to `messages`.
 SiteView site_view(const SiteContext& context, Messages& messages);
