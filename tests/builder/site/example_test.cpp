@@ -79,4 +79,26 @@ TEST(Example, IsBuiltWithoutAMistakeAndTheSameEverywhere) {
               "");
 }
 
+/// As somebody finds it who was given the sources without their history.
+TEST(Manual, IsBuiltWithoutAComplaint) {
+    const TempDir folder;
+    const std::string said = output_of(
+        folder.path(), "mkdir copy\ncd '" SOURCE_ROOT "'\n"
+                       "cp -R .lumenfold README.md CONTRIBUTING.md docs '" +
+                           (folder / "copy").string() +
+                           "'\ncd - >/dev/null\n'" LUMENFOLD_CLI
+                           "' site build copy/docs --output made --strict --porcelain >lines || "
+                           "echo failed\ngrep '^[EA]' lines || true\n");
+    EXPECT_EQ(said, "");
+    const TestSupport::MadeSite site(folder / "made");
+    for (const std::string& problem : site.problems())
+        ADD_FAILURE() << problem;
+    for (const auto& entry : std::filesystem::directory_iterator(SOURCE_ROOT "/docs"))
+        if (entry.path().extension() == ".md") {
+            EXPECT_NE(read_file(SOURCE_ROOT "/.lumenfold").find(entry.path().filename().string()),
+                      std::string::npos)
+                << entry.path() << " is no topic of the manual";
+        }
+}
+
 } // namespace
