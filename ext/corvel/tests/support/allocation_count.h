@@ -20,15 +20,16 @@ std::size_t bytes_taken_by(Work work) {
 
 } // namespace TestSupport
 
-void* operator new(std::size_t size) {
+// Not inlined: a compiler that sees into one of a pair only takes them for mismatched.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     TestSupport::bytes_taken += size;
     if (void* const memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
