@@ -4,6 +4,7 @@
 #include "builder/pages/search_index.h"
 #include "builder/pages/site_assets.h"
 #include "builder/report/interruption.h"
+#include "builder/report/known_messages.h"
 #include "builder/report/program_folder.h"
 #include "builder/site/machine_files.h"
 #include "builder/site/parallel.h"
@@ -34,11 +35,6 @@ namespace {
 constexpr const char* SITE_UNIT = "site"; // the site's own pages, and the note
 constexpr const char* FILES_UNIT = "files";
 constexpr const char* SEARCH_UNIT = "search";
-
-void append(Messages& all, Messages messages) {
-    all.insert(all.end(), std::make_move_iterator(messages.begin()),
-               std::make_move_iterator(messages.end()));
-}
 
 std::string counted(std::size_t count, const char* one, const char* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
@@ -128,7 +124,8 @@ private:
             built[i] = 1;
             for (; said < count && built[said]; ++said) {
                 reporter_.say(told[said]);
-                append(told_, std::move(told[said]));
+                for (const Message& message : told[said])
+                    known_.add(message);
             }
             reporter_.progress("projects built", said, count);
         });
@@ -187,13 +184,11 @@ private:
         }
     }
 
-    /// Tells what building the pending versions has not told already.
+    /// Tells what was not told already: building the pending versions tells much of it, and the tag
+    /// that waits is often what lies in the work tree.
     void tell_new(const Messages& messages) {
         for (const Message& message : messages)
-            if (std::none_of(told_.begin(), told_.end(), [&](const Message& other) {
-                    return other.file == message.file && other.line == message.line &&
-                           other.text == message.text;
-                }))
+            if (known_.add(message))
                 messages_.push_back(message);
     }
 
@@ -401,7 +396,7 @@ private:
     std::vector<ProjectState> states_;
     SiteAddresses addresses_;
     SiteContext context_;
-    Messages told_; ///< while pending versions were built
+    KnownMessages known_;
     Messages messages_;
     std::size_t pages_ = 0;
 
