@@ -1,28 +1,13 @@
+#include "app/window/command_line.h"
 #include "runtime/desktop_app.h"
 #include "site/favicon/generate_favicons.h"
 
 #include <cstdlib>
-#include <filesystem>
+#include <iostream>
 #include <string>
+#include <utility>
 
 namespace {
-
-/// The existing regular files among the arguments, one path a line.
-std::string files_to_open(int argc, char** argv) {
-    std::string files;
-    for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument.empty() || argument.front() == '-')
-            continue;
-        std::error_code error;
-        if (!std::filesystem::is_regular_file(std::filesystem::path(argument), error))
-            continue;
-        if (!files.empty())
-            files += '\n';
-        files += argument;
-    }
-    return files;
-}
 
 Corvel::DesktopAppConfig lumenfold_config() {
     Corvel::DesktopAppConfig config;
@@ -32,7 +17,7 @@ Corvel::DesktopAppConfig lumenfold_config() {
     config.icon = "logo_lumenfold.png";
     config.desktop_file_name = "lumenfold";
     config.version = LUMENFOLD_VERSION;
-    config.manifest_url = "https://orrinworkshop.example/downloads/lumenfold/latest.json";
+    config.manifest_url = LUMENFOLD_UPDATE_URL;
     config.default_theme = "Dark (orrinworkshopllc)";
     config.framework_root = LUMENFOLD_FRAMEWORK_ROOT;
     config.style_dirs = {LUMENFOLD_STYLES_DIR};
@@ -43,10 +28,18 @@ Corvel::DesktopAppConfig lumenfold_config() {
 } // namespace
 
 int main(int argc, char** argv) {
+    Lumenfold::CommandLine line = Lumenfold::read_command_line(argc, argv);
+    if (line.help || line.version) {
+        std::cout << (line.help ? Lumenfold::command_line_help()
+                                : "lumenfold " LUMENFOLD_VERSION "\n");
+        return 0;
+    }
+    for (const std::string& problem : line.problems)
+        std::cerr << "lumenfold: " << problem << '\n';
+    Lumenfold::start_problems() = std::move(line.problems);
     // The application opens what this variable names, however it came to be set.
-    const std::string files = files_to_open(argc, argv);
-    if (!files.empty())
-        ::setenv("LUMENFOLD_DEV_OPEN", files.c_str(), 1);
+    if (!line.files.empty())
+        ::setenv("LUMENFOLD_DEV_OPEN", line.files.c_str(), 1);
     Lumenfold::favicon_generator() = Lumenfold::generate_favicons;
     return Corvel::run_desktop(argc, argv, lumenfold_config());
 }

@@ -37,5 +37,5 @@ void Corvel::build_app(CorvelApp& app) {
     wire_family_tabs(context);
     wire_add_project_dialog(context);
     wire_home_screen(context);
-    open_from_environment(context);
+    open_named_files(context);
 }

@@ -81,6 +81,31 @@ TEST(Program, ATypedTitleIsTheOnlyChangeOfTheFile) {
                                                     "\n  \"title\": \"Harbour Notes\","));
 }
 
+TEST(Program, TellsWhatItCannotOpenAndOpensTheRest) {
+    TempDir folder;
+    std::filesystem::copy(SOURCE_ROOT "/examples/tidewater", folder / "site",
+                          std::filesystem::copy_options::recursive);
+    const std::string site = (folder / "site/.lumenfold-site").string();
+    const auto started = [&](const std::string& shot, std::vector<std::string> arguments) {
+        arguments.push_back(site);
+        const Outcome outcome =
+            run_program(folder, {{"CORVEL_SHOT", (folder / shot).string()}}, arguments);
+        EXPECT_EQ(outcome.exit_code, 0);
+        return outcome.errors;
+    };
+    EXPECT_NE(started("told.png", {"nowhere.txt"})
+                  .find("lumenfold: nowhere.txt: No such file or directory\n"),
+              std::string::npos);
+    EXPECT_EQ(started("plain.png", {}).find("lumenfold:"), std::string::npos);
+    EXPECT_EQ(started("skipped.png", {"--unknown", "", folder.path().string()}).find("lumenfold:"),
+              std::string::npos);
+    EXPECT_EQ(read_file(folder / "plain.png"), read_file(folder / "skipped.png"));
+    EXPECT_NE(read_file(folder / "plain.png"), read_file(folder / "told.png")); // a dialog
+    EXPECT_EQ(run_program(folder, {{"DISPLAY", ":none"}, {"QT_QPA_PLATFORM", "xcb"}}, {"--help"})
+                  .exit_code,
+              0);
+}
+
 TEST(Program, ACommaLocaleChangesNothing) {
     TempDir folder;
     const std::string locale = (folder / "de_DE.UTF-8").string();
