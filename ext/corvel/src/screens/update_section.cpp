@@ -139,7 +139,9 @@ void install_update_section(CorvelApp& app, const std::string& root, const std::
     const SharedDialog dialog = make_dialog(app, root);
     app.set_visible(dialog->dialog_path, false);
     app.set_visible(dialog->busy_path, false);
-    if (dialog->settings.manifest_url.empty()) {
+    const bool checks = !dialog->settings.manifest_url.empty();
+    app.set_visible(section + "/Update Source", !checks);
+    if (!checks) {
         app.set_visible(check_button, false);
         return;
     }
