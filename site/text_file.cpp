@@ -2,6 +2,7 @@
 
 #include "site/path_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -139,6 +140,10 @@ std::error_code write_file(const fs::path& path, std::string_view text) {
     return replace_text(path, text);
 }
 
+bool is_home_sign(const fs::path& part) {
+    return part == "~";
+}
+
 } // namespace
 
 std::optional<std::string> read_text_file(const fs::path& path) {
@@ -156,6 +161,18 @@ Result write_text_file(const fs::path& path, std::string_view text) {
     if (const std::error_code problem = write_file(path, text))
         return Result::failed(path_to_utf8(path) + ": " + problem.message());
     return {};
+}
+
+Result write_text_file_in_folders(const fs::path& path, std::string_view text) {
+    const fs::path folder = path.parent_path();
+    std::error_code error;
+    if (!folder.empty() && !fs::exists(folder, error)) {
+        if (std::any_of(folder.begin(), folder.end(), is_home_sign))
+            return Result::failed(path_to_utf8(path) +
+                                  ": \"~\" stands for no folder here; write the whole path.");
+        fs::create_directories(folder, error);
+    }
+    return write_text_file(path, text);
 }
 
 } // namespace Lumenfold

@@ -18,4 +18,8 @@ std::optional<std::string> read_text_file(const std::filesystem::path& path);
 /// a path that is no regular file and for a file that cannot be read, which could not be put back.
 Result write_text_file(const std::filesystem::path& path, std::string_view text);
 
+/// The same, after making the folders that are missing on the way. Refuses to make one called "~":
+/// who wrote it meant the home folder.
+Result write_text_file_in_folders(const std::filesystem::path& path, std::string_view text);
+
 } // namespace Lumenfold

@@ -38,6 +38,7 @@ struct ProjectState {
     bool looking_for_versions = false; ///< no answer of the builder is known yet
     std::string source_path;           ///< the text of "build.source_path"; follows its field
     std::shared_ptr<const Json> manifest_build; ///< "build" of the manifest
+    std::shared_ptr<const Json> edited_build;   ///< the same with the edits that wait for it
     std::string manifest_problem; ///< why a manifest that is there is of no use; may be empty
     std::vector<VersionRowUi> version_rows; ///< by `refresh_versions`
     std::string versions_path; ///< the configuration that they, and the pending count, belong to

@@ -4,7 +4,6 @@
 #include "app/editing/edit_queue.h"
 #include "app/editing/file_editor.h"
 #include "app/editing/reload.h"
-#include "app/editing/text_view.h"
 #include "site/path_text.h"
 
 #include <algorithm>
@@ -35,14 +34,8 @@ void compare_shown_with_disk(const Context& context) {
         compare_with_disk(context, guard.editor(*context));
     if (!anything_changed(*context))
         return;
-    if (text_view_dirty(*context, *context->configurator)) {
-        compare_text_with_disk(context);
-        return;
-    }
     flush_edits(context);
-    // What could not be written would be lost.
-    if (context->edits.pending.empty() && context->edits.manifest_pending.empty())
-        reload_after_change(context);
+    reload_after_change(context);
 }
 
 } // namespace Lumenfold

@@ -32,27 +32,33 @@ void set_locked(Corvel::CorvelApp& app, FileEditor& editor, bool locked) {
 
 std::string status_message(const FileEditor& editor, bool dirty) {
     if (dirty)
-        return editor.changed_on_disk ? "Changed on disk" : "Unsaved changes";
+        return editor.found && changed_beneath(editor.keeper) ? "Changed on disk"
+                                                              : "Unsaved changes";
     if (editor.keeper.offered)
         return offer_message(editor.keeper);
-    if (editor.path.empty())
+    if (!editor.problem.empty() || editor.found || editor.path.empty())
         return editor.problem;
-    return editor.found ? std::string() : editor.missing_text;
+    return editor.missing_text;
 }
 
 /// Brings the message and the save button in line with the text.
 void refresh(const AppContext& context, FileEditor& editor) {
     const bool dirty = file_editor_dirty(context, editor);
+    if (!dirty)
+        editor.keeper.begun_on = editor.keeper.baseline;
     context.app.set_text(editor.status_path, status_message(editor, dirty));
     editor.save_disabled = !dirty;
     context.app.set_state(editor.save_path, "Disabled", editor.save_disabled);
 }
 
+UnsavedText shown_text(const AppContext& context, const FileEditor& editor) {
+    return {context.app.input_value(editor.editor_path), editor.keeper.begun_on};
+}
+
 void remember_unsaved(const AppContext& context, FileEditor& editor) {
     if (!file_editor_dirty(context, editor))
         return;
-    editor.unsaved[editor.keeper.file] = {context.app.input_value(editor.editor_path),
-                                          editor.baseline};
+    editor.unsaved[editor.keeper.file] = shown_text(context, editor);
     keep_now(context, editor.keeper);
 }
 
@@ -60,13 +66,12 @@ void show(const Context& context, FileEditor& editor, const std::string& path,
           const std::optional<UnsavedText>& unsaved) {
     editor.path = path;
     const std::optional<std::string> content = read_shown(editor);
+    const std::string baseline = content.value_or(std::string());
     editor.found = content.has_value();
-    editor.baseline = content.value_or(std::string());
-    editor.changed_on_disk = unsaved && editor.found && unsaved->baseline != editor.baseline;
-    start_keeping(*context, editor.keeper, file_key(path), editor.baseline);
+    start_keeping(*context, editor.keeper, file_key(path), baseline);
+    fill_editor(context->app, editor.editor_path, unsaved ? unsaved->text : baseline);
     if (unsaved)
-        withdraw_offer(*context, editor.keeper);
-    fill_editor(context->app, editor.editor_path, unsaved ? unsaved->text : editor.baseline);
+        go_on_keeping(*context, editor.keeper, unsaved->begun_on);
     set_locked(context->app, editor, !editor.found && !unsaved);
     refresh(*context, editor);
 }
@@ -74,28 +79,30 @@ void show(const Context& context, FileEditor& editor, const std::string& path,
 void write(const Context& context, FileEditor& editor) {
     const std::filesystem::path file = path_from_utf8(editor.path);
     const std::string text = context->app.input_value(editor.editor_path);
-    std::error_code ignored;
-    if (!editor.found)
-        std::filesystem::create_directories(file.parent_path(), ignored);
     if (!save_text(context, file, text))
         return;
-    editor.baseline = text;
     editor.found = true;
     stop_keeping(*context, editor.keeper);
     start_keeping(*context, editor.keeper, editor.keeper.file, text);
-    editor.changed_on_disk = false;
     refresh(*context, editor);
 }
 
 void save(const Context& context, FileEditor& editor) {
+    compare_with_disk(context, editor);
     if (editor.save_disabled || editor.path.empty())
         return;
-    compare_with_disk(context, editor);
-    if (!editor.changed_on_disk) {
+    if (!editor.found || !changed_beneath(editor.keeper)) {
         write(context, editor);
         return;
     }
-    ask_to_overwrite(context, [&editor](const Context& later) { write(later, editor); });
+    // Others may write once more while the question is open.
+    ask_to_overwrite(context, [&editor, path = editor.path,
+                               seen = editor.keeper.baseline](const Context& later) {
+        if (editor.path != path)
+            return;
+        editor.keeper.begun_on = seen;
+        save(later, editor);
+    });
 }
 
 } // namespace
@@ -114,8 +121,11 @@ void wire_file_editor(const Context& context, FileEditor& editor, const std::str
         refresh(*context, editor);
         keep_later(context, editor.keeper);
     });
-    wire_text_keeper(context, editor.keeper, status_bar, editor_path,
-                     [context, &editor] { refresh(*context, editor); });
+    wire_text_keeper(context, editor.keeper, status_bar, editor_path, [context, &editor] {
+        if (is_unsaved(*context, editor.keeper))
+            set_locked(context->app, editor, false); // text taken back of a file that is gone
+        refresh(*context, editor);
+    });
     app.on_click(editor.wrap_path,
                  [&app, &editor] { app.toggle_state(editor.editor_path, "NoWrap"); });
     app.on_click(editor.save_path, [context, &editor] { save(context, editor); });
@@ -154,18 +164,17 @@ void empty_file_editor(const Context& context, FileEditor& editor) {
 
 void compare_with_disk(const Context& context, FileEditor& editor) {
     const std::optional<std::string> content = read_shown(editor);
-    if (content.has_value() == editor.found && content.value_or(std::string()) == editor.baseline)
+    if (content.has_value() == editor.found &&
+        content.value_or(std::string()) == editor.keeper.baseline)
         return;
-    if (!file_editor_dirty(*context, editor)) {
+    if (file_editor_dirty(*context, editor))
+        show(context, editor, editor.path, shown_text(*context, editor));
+    else
         show(context, editor, editor.path, std::nullopt);
-        return;
-    }
-    const std::string text = context->app.input_value(editor.editor_path);
-    show(context, editor, editor.path, UnsavedText{text, editor.baseline});
 }
 
 bool file_editor_dirty(const AppContext& context, const FileEditor& editor) {
-    return !editor.locked && context.app.input_value(editor.editor_path) != editor.baseline;
+    return !editor.locked && is_unsaved(context, editor.keeper);
 }
 
 bool has_unsaved_text(const AppContext& context, const FileEditor& editor) {

@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Lumenfold {
@@ -92,24 +91,25 @@ void assign(Json& document, const std::vector<std::string>& parts, const std::st
 
 } // namespace
 
-AppliedEdits apply_edits(Json& document, const PointerEdits& edits, const Json* shown) {
-    AppliedEdits applied;
-    std::vector<std::pair<std::vector<std::string>, std::string>> fitting;
+FittingEdits find_fitting(const Json& document, const PointerEdits& edits, const Json* shown) {
+    FittingEdits fitting;
     for (const auto& [pointer, text] : edits) {
-        auto parts = split_pointer(pointer);
+        const auto parts = split_pointer(pointer);
         if (!parts || !is_utf8(text))
             continue;
         const Fit fit = find_place(document, *parts, shown);
         if (fit == Fit::Fits)
-            fitting.emplace_back(std::move(*parts), text);
+            fitting.edits.emplace(pointer, text);
         else if (fit == Fit::NoElement)
-            applied.all_found = false;
+            fitting.all_found = false;
     }
-    // Only now: an edit may change the very text by which its record is known.
-    for (const auto& [parts, text] : fitting)
-        assign(document, parts, text);
-    applied.any = !fitting.empty();
-    return applied;
+    return fitting;
+}
+
+void assign_edits(Json& document, const PointerEdits& edits) {
+    for (const auto& [pointer, text] : edits)
+        if (const auto parts = split_pointer(pointer))
+            assign(document, *parts, text);
 }
 
 } // namespace Lumenfold

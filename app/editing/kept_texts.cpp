@@ -40,13 +40,18 @@ std::string local_time() {
 
 } // namespace
 
-void keep_text(const std::string& folder, const std::string& file, const std::string& text) {
+void keep_text(const std::string& folder, const std::string& file, const std::string& text,
+               const std::string& begun_on) {
     if (folder.empty())
         return;
+    if (const auto kept = find_kept_text(folder, file);
+        kept && kept->text == text && kept->begun_on == begun_on)
+        return; // and keeps its date
     Json kept = Json::object();
     kept["file"] = file;
     kept["date"] = local_time();
     kept["text"] = text;
+    kept["begun_on"] = begun_on;
     const fs::path place = place_of(folder, file);
     const fs::path draft = fs::path(place).concat(".new");
     std::error_code error;
@@ -66,7 +71,7 @@ std::optional<KeptText> find_kept_text(const std::string& folder, const std::str
     const auto kept = read_json_file(place_of(folder, file));
     if (!kept || text_at(*kept, "file") != file)
         return std::nullopt;
-    return KeptText{text_at(*kept, "text"), text_at(*kept, "date")};
+    return KeptText{text_at(*kept, "text"), text_at(*kept, "date"), text_at(*kept, "begun_on")};
 }
 
 void drop_kept_text(const std::string& folder, const std::string& file) {

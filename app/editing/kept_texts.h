@@ -11,7 +11,9 @@ namespace Lumenfold {
 // read. An empty folder keeps nothing. Whatever fails is silent: the text is still on screen.
 
 /// Keeps `text` as what `file` (an absolute path) is to hold, in place of what was kept before.
-void keep_text(const std::string& folder, const std::string& file, const std::string& text);
+/// `begun_on` is what the file held when the text was begun.
+void keep_text(const std::string& folder, const std::string& file, const std::string& text,
+               const std::string& begun_on);
 
 std::optional<KeptText> find_kept_text(const std::string& folder, const std::string& file);
 

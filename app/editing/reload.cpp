@@ -2,7 +2,6 @@
 
 #include "app/context/app_context.h"
 #include "app/editing/file_editor.h"
-#include "app/editing/text_keeper.h"
 #include "app/editing/text_view.h"
 
 namespace Lumenfold {
@@ -10,8 +9,7 @@ namespace Lumenfold {
 void discard_unsaved(const Context& context) {
     if (!context->configurator)
         return;
-    if (text_view_dirty(*context, *context->configurator))
-        stop_keeping(*context, context->configurator->keeper);
+    discard_typed_text(context);
     for (const Guard& guard : context->configurator->guards)
         discard_unsaved_texts(context, guard.editor(*context));
 }

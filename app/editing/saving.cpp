@@ -7,22 +7,19 @@
 
 namespace Lumenfold {
 
-namespace {
-
-constexpr const char* FAILURE_TITLE = "Couldn't Save";
-
-} // namespace
-
 bool save_text(const Context& context, const std::filesystem::path& file, const std::string& text) {
-    const Result written = write_text_file(file, text);
+    const Result written = write_text_file_in_folders(file, text);
     if (!written)
-        context->message_dialog.show(FAILURE_TITLE, written.error());
+        tell_failed_save(context, written.error());
     return static_cast<bool>(written);
 }
 
-void tell_unwritten_edits(const Context& context, const Result& failure) {
-    if (std::exchange(context->edits.told_failure, failure.error()) != failure.error())
-        context->message_dialog.show(FAILURE_TITLE, failure.error());
+void tell_failed_save(const Context& context, const std::string& reason) {
+    context->message_dialog.show("Couldn't Save", reason);
+}
+
+void tell_changed_list(const Context& context) {
+    context->message_dialog.show("Changed on Disk", Result::changed().error());
 }
 
 void ask_to_overwrite(const Context& context, Continuation overwrite) {

@@ -8,11 +8,15 @@
 
 namespace Lumenfold {
 
-/// Writes a text that the user asked to save. False if it could not be written, which is told.
+/// Writes a text that the user asked to save, with its folder if that is gone. False if it could not
+/// be written, which is told.
 bool save_text(const Context& context, const std::filesystem::path& file, const std::string& text);
 
-/// Tells why form edits could not be written: once for each failure in a row.
-void tell_unwritten_edits(const Context& context, const Result& failure);
+/// Tells why something could not be written.
+void tell_failed_save(const Context& context, const std::string& reason);
+
+/// Tells that an edit was dropped, since its record is not in its place any more.
+void tell_changed_list(const Context& context);
 
 /// Asks before a file is written that changed since it was read.
 void ask_to_overwrite(const Context& context, Continuation overwrite);

@@ -13,18 +13,22 @@ namespace {
 
 constexpr int KEEP_DELAY_MS = 2000;
 
-bool is_unsaved(const AppContext& context, const TextKeeper& keeper) {
-    return !keeper.file.empty() && context.app.input_value(keeper.editor_path) != keeper.baseline;
-}
-
 void show_buttons(const AppContext& context, const TextKeeper& keeper) {
     for (const std::string& button : {keeper.restore_path, keeper.discard_path})
         context.app.set_visible(button, keeper.offered.has_value());
 }
 
+/// There is nothing to offer any more.
+void withdraw_offer(const AppContext& context, TextKeeper& keeper) {
+    keeper.offered.reset();
+    show_buttons(context, keeper);
+}
+
 void restore(const Context& context, TextKeeper& keeper) {
-    if (const auto kept = std::exchange(keeper.offered, std::nullopt))
+    if (const auto kept = std::exchange(keeper.offered, std::nullopt)) {
         fill_editor(context->app, keeper.editor_path, kept->text);
+        keeper.begun_on = kept->begun_on;
+    }
     show_buttons(*context, keeper);
     keep_later(context, keeper);
 }
@@ -58,6 +62,7 @@ void start_keeping(const AppContext& context, TextKeeper& keeper, const std::str
     ++keeper.generation;
     keeper.file = file;
     keeper.baseline = baseline;
+    keeper.begun_on = baseline;
     keeper.offered.reset();
     if (!file.empty())
         keeper.offered = find_kept_text(kept_folder(context), file);
@@ -68,9 +73,18 @@ void start_keeping(const AppContext& context, TextKeeper& keeper, const std::str
     show_buttons(context, keeper);
 }
 
-void withdraw_offer(const AppContext& context, TextKeeper& keeper) {
-    keeper.offered.reset();
-    show_buttons(context, keeper);
+void go_on_keeping(const AppContext& context, TextKeeper& keeper, const std::string& begun_on) {
+    keeper.begun_on = begun_on;
+    withdraw_offer(context, keeper);
+    keep_now(context, keeper);
+}
+
+bool is_unsaved(const AppContext& context, const TextKeeper& keeper) {
+    return !keeper.file.empty() && context.app.input_value(keeper.editor_path) != keeper.baseline;
+}
+
+bool changed_beneath(const TextKeeper& keeper) {
+    return keeper.begun_on != keeper.baseline;
 }
 
 void keep_later(const Context& context, TextKeeper& keeper) {
@@ -88,7 +102,8 @@ void keep_later(const Context& context, TextKeeper& keeper) {
 
 void keep_now(const AppContext& context, const TextKeeper& keeper) {
     if (is_unsaved(context, keeper))
-        keep_text(kept_folder(context), keeper.file, context.app.input_value(keeper.editor_path));
+        keep_text(kept_folder(context), keeper.file, context.app.input_value(keeper.editor_path),
+                  keeper.begun_on);
 }
 
 void stop_keeping(const AppContext& context, TextKeeper& keeper) {

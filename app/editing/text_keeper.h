@@ -14,13 +14,19 @@ struct TextKeeper;
 void wire_text_keeper(const Context& context, TextKeeper& keeper, const std::string& status_bar,
                       const std::string& editor_path, const std::function<void()>& changed);
 
-/// Notes which file is shown (its canonical path) with the text that it holds, and offers what was
-/// kept of it.
+/// Notes which file is shown (its canonical path) with the text that it holds, which is on screen,
+/// and offers what was kept of it.
 void start_keeping(const AppContext& context, TextKeeper& keeper, const std::string& file,
                    const std::string& baseline);
 
-/// The text kept is on screen already: there is nothing to offer.
-void withdraw_offer(const AppContext& context, TextKeeper& keeper);
+/// Notes that unsaved text is on screen, with what its file held when it was begun, and keeps it.
+void go_on_keeping(const AppContext& context, TextKeeper& keeper, const std::string& begun_on);
+
+/// The text on screen is not in the file.
+bool is_unsaved(const AppContext& context, const TextKeeper& keeper);
+
+/// The file holds another text than the unsaved one on screen was begun on.
+bool changed_beneath(const TextKeeper& keeper);
 
 /// After a keystroke: two seconds later the text is kept, or, if it is the file's again, no more.
 void keep_later(const Context& context, TextKeeper& keeper);

@@ -12,11 +12,9 @@ enum class TextStatus { Clean, Unsaved, Invalid };
 /// Sets the status line of the active configurator's text view.
 void set_status(const Context& context, TextStatus status, const std::string& message);
 
-/// Makes `text` what the text view shows and what it compares with.
-void set_baseline(const Context& context, const std::string& text);
-
-/// Starts the edits of a file: nothing pending, and a clean text view that shows what it holds. The
-/// document read, an empty object when it does not parse.
+/// Starts the edits of a file, or goes on with them after a change of it. The text view shows what it
+/// holds, unless unsaved text of that file is in it. The document read, with the edits of it that
+/// could not be written yet, which are pending again; an empty object when it does not parse.
 Json start_editing(const Context& context, const std::string& path);
 
 /// Takes over what this program just wrote to the active configuration's file.
@@ -25,8 +23,8 @@ void take_written(const Context& context);
 /// Leaves no file to edit: nothing pending, and an empty text view.
 void stop_editing(const Context& context);
 
-/// Tells the text view whether the file holds another text than the one it started from.
-void compare_text_with_disk(const Context& context);
+/// Gives up the unsaved text of the text view.
+void discard_typed_text(const Context& context);
 
 /// A configuration is open and the text view differs from its file as last read.
 bool text_view_dirty(const AppContext& context, const Shell& configurator);

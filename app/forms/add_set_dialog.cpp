@@ -14,7 +14,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <system_error>
 
 namespace Lumenfold {
 
@@ -120,11 +119,9 @@ SetEntry entered(const AppContext& context, const AddSetDialog& dialog) {
 /// Makes a missing Markdown file with its folder, with `title` as heading.
 void create_markdown_file(const std::string& file, const std::string& title) {
     const fs::path path = path_from_utf8(file);
-    std::error_code error;
-    if (file.empty() || is_occupied(path))
-        return;
-    fs::create_directories(path.parent_path(), error);
-    (void)write_text_file(path, "# " + title + "\n"); // the editor shows what became of it
+    if (!file.empty() && !is_occupied(path))
+        // The editor shows what became of it.
+        (void)write_text_file_in_folders(path, "# " + title + "\n");
 }
 
 /// Copies a file that was picked outside to where entries may refer to it. False if that failed,

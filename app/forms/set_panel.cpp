@@ -48,11 +48,13 @@ void fill_combo(Corvel::CorvelApp& app, const SetPanel& panel, SetState& state,
     show_labels(app, panel, state);
 }
 
-/// Shows another entry; what the file editor holds is given up, what the others hold is not.
-void commit_selection(const Context& context, const SetPanel& panel, std::size_t index) {
+/// Shows another entry; unsaved text of `given_up` is given up, that of other files is not.
+void commit_selection(const Context& context, const SetPanel& panel, std::size_t index,
+                      const std::string& given_up) {
     SetState& state = panel.state(*context);
     flush_edits(context);
-    discard_shown_text(context, state.editor);
+    if (state.editor.path == given_up) // else others changed the list while the question was open
+        discard_shown_text(context, state.editor);
     state.index = index;
     reload_after_change(context);
 }
@@ -65,13 +67,15 @@ void select(const Context& context, const SetPanel& panel, const std::string& va
     if (error != std::errc() || rest != end || index == state.index || index >= state.count)
         return;
     if (!file_editor_dirty(*context, state.editor)) {
-        commit_selection(context, panel, index);
+        commit_selection(context, panel, index, state.editor.path);
         return;
     }
     context->app.set_selected(panel.path + ITEM_COMBO, std::to_string(state.index));
     context->confirm_dialog.show(
         "Discard changes?", panel.discard_message, "Discard",
-        [&panel, index](const Context& later) { commit_selection(later, panel, index); });
+        [&panel, index, file = state.editor.path](const Context& later) {
+            commit_selection(later, panel, index, file);
+        });
 }
 
 void edit_field(const Context& context, const SetPanel& panel, const std::string& key,
@@ -92,16 +96,21 @@ void ask_to_remove(const Context& context, const SetPanel& panel) {
     const SetState& state = panel.state(*context);
     if (!anything_is_open(*context) || state.index >= state.count)
         return;
-    const ShownRecord shown{state.index, {{"slug", state.slug}}};
+    ShownRecord shown{state.index, {{"slug", state.slug}}};
+    for (const SetField& field : panel.fields)
+        shown.texts.emplace_back(field.key,
+                                 context->app.input_value(set_field_path(panel, field.key)));
     std::string question = panel.removal_question(*context);
     if (file_editor_dirty(*context, state.editor))
         question += " Its unsaved text goes.";
-    confirm_removal(context, panel.removal_title, question, [&panel, shown](const Context& later) {
-        const Result removed = panel.remove(*later, shown);
-        if (removed)
-            discard_shown_text(later, panel.state(*later).editor);
-        return removed;
-    });
+    confirm_removal(context, panel.removal_title, question,
+                    [&panel, shown, file = state.editor.path](const Context& later) {
+                        FileEditor& editor = panel.state(*later).editor;
+                        const Result removed = panel.remove(*later, shown);
+                        if (removed && editor.path == file)
+                            discard_shown_text(later, editor);
+                        return removed;
+                    });
 }
 
 } // namespace

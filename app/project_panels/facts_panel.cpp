@@ -68,7 +68,9 @@ void remove_fact(const Context& context, const std::string& item) {
         return;
     const auto index = static_cast<std::size_t>(position);
     const std::string label = text_at(facts[index], "label");
-    const ShownRecord shown{index, {{"label", label}}};
+    ShownRecord shown{index, {{"label", label}}};
+    if (!is_derived(facts[index]))
+        shown.texts.emplace_back("value", context->app.input_value(value_field(*context, index)));
     confirm_removal(context, "Remove Fact",
                     "Remove fact '" + (label.empty() ? "this fact" : label) + "'?",
                     [shown](const Context& later) {

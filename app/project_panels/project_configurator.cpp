@@ -61,7 +61,7 @@ void read_member_state(const Context& context, const Json& project, const Member
     ProjectState& state = context->project;
     state.umbrella = shown.umbrella;
     state.source_path = text_at_pointer(project, "/build/source_path");
-    read_manifest_state(*context);
+    read_manifest_state(context);
     find_latest_version(context, project);
 }
 

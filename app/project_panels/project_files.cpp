@@ -3,6 +3,8 @@
 #include "app/context/app_context.h"
 #include "app/context/json_view.h"
 #include "app/editing/disk_watch.h"
+#include "app/editing/edit_queue.h"
+#include "app/editing/waiting_edits.h"
 #include "site/path_text.h"
 #include "site/versions.h"
 
@@ -25,20 +27,23 @@ std::string resolve_source(const AppContext& context, const std::string& value) 
 }
 
 std::filesystem::path project_manifest(const AppContext& context) {
-    return manifest_path(member_folder(context), context.project.source_path);
+    return path_from_utf8(shown_manifest(context));
 }
 
-void read_manifest_state(AppContext& context) {
-    const std::filesystem::path file = project_manifest(context);
-    watch_file(context, file);
-    Json manifest;
+void read_manifest_state(const Context& context) {
+    ProjectState& state = context->project;
+    const std::filesystem::path file = project_manifest(*context);
+    watch_file(*context, file);
+    Json manifest = Json::object();
     std::string problem;
     std::error_code error;
     const bool loaded = load_manifest(file, manifest, &problem);
-    context.project.manifest_build =
-        std::make_shared<const Json>(loaded ? member_at(manifest, "build") : Json::object());
     const bool is_there = !loaded && std::filesystem::exists(file, error);
-    context.project.manifest_problem = is_there ? problem : std::string();
+    state.manifest_problem = is_there ? problem : std::string();
+    state.manifest_build = std::make_shared<const Json>(member_at(manifest, "build"));
+    if (!is_there && manifest.is_object())
+        resume_edits(context, path_to_utf8(file), context->edits.manifest_pending, manifest);
+    state.edited_build = std::make_shared<const Json>(member_at(manifest, "build"));
 }
 
 std::filesystem::path site_config_above(const AppContext& context) {

@@ -19,8 +19,8 @@ std::string resolve_source(const AppContext& context, const std::string& value);
 std::filesystem::path project_manifest(const AppContext& context);
 
 /// Reads that manifest into the project's state. One that is there and cannot be read, or is of a
-/// later format, counts as empty, and the state tells why.
-void read_manifest_state(AppContext& context);
+/// later format, counts as empty, and the state tells why. Edits that wait for it are taken up.
+void read_manifest_state(const Context& context);
 
 /// The configuration file of the site above the member shown; empty if there is none.
 std::filesystem::path site_config_above(const AppContext& context);

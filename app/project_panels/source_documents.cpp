@@ -4,6 +4,7 @@
 #include "app/editing/edit_queue.h"
 #include "app/editing/editor_text.h"
 #include "app/editing/file_editor.h"
+#include "app/editing/saving.h"
 #include "app/forms/dialog_frame.h"
 #include "app/project_panels/project_files.h"
 #include "runtime/corvel_app.h"
@@ -35,13 +36,11 @@ void load_document(const Context& context, SourceDocument& document, const std::
     refresh_create_row(context, document);
 }
 
-void create_empty_file(const std::string& file) {
+/// False if the file could not be made, which is told.
+bool create_empty_file(const Context& context, const std::string& file) {
     const std::filesystem::path path = path_from_utf8(file);
     std::error_code ignored;
-    if (std::filesystem::exists(path, ignored))
-        return;
-    std::filesystem::create_directories(path.parent_path(), ignored);
-    (void)write_text_file(path, ""); // the editor shows what became of it
+    return std::filesystem::exists(path, ignored) || save_text(context, path, "");
 }
 
 void create_document(const Context& context, SourceDocument& document) {
@@ -49,12 +48,15 @@ void create_document(const Context& context, SourceDocument& document) {
         context->project.source_path.empty())
         return;
     std::string name = trimmed_value(*context, document.path_field);
-    if (name.empty()) {
+    const bool is_default = name.empty();
+    if (is_default)
         name = document.default_name;
+    if (!create_empty_file(context, resolve_source(*context, name)))
+        return;
+    if (is_default) {
         queue_manifest_edit(context, document.pointer, name);
         fill_editor(context->app, document.path_field, name);
     }
-    create_empty_file(resolve_source(*context, name));
     load_document(context, document, name);
 }
 
@@ -94,7 +96,7 @@ void wire(const Context& context, const DocumentKind& kind) {
 
 void fill(const Context& context, const DocumentKind& kind) {
     SourceDocument& document = context->project.*kind.document;
-    const std::string name = text_at(*context->project.manifest_build, kind.key);
+    const std::string name = text_at(*context->project.edited_build, kind.key);
     fill_editor(context->app, document.path_field, name);
     load_document(context, document, name);
 }

@@ -5,6 +5,7 @@
 #include "app/editing/edit_queue.h"
 #include "app/editing/editor_text.h"
 #include "app/editing/reload.h"
+#include "app/editing/waiting_edits.h"
 #include "app/forms/form_fields.h"
 #include "app/project_panels/project_files.h"
 #include "app/project_panels/source_documents.h"
@@ -32,9 +33,10 @@ void change_source_path(const Context& context, const std::string& text) {
     // Edits that wait for the manifest belong to the manifest of the old source root.
     if (!context->edits.manifest_pending.empty())
         flush_edits(context);
+    put_manifest_edits_aside(context);
     queue_edit(context, "/build/source_path", text);
     context->project.source_path = text;
-    read_manifest_state(*context);
+    read_manifest_state(context);
     for (const auto fill : {fill_readme, fill_license, fill_topics_panel})
         fill(context, Json());
 }

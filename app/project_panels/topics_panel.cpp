@@ -93,7 +93,7 @@ void wire_topics_panel(const Context& context) {
 
 void fill_topics_panel(const Context& context, const Json&) {
     context->project.topics.editor.problem = context->project.manifest_problem;
-    fill_set_panel(context, TOPICS, array_at(*context->project.manifest_build, "topics"));
+    fill_set_panel(context, TOPICS, array_at(*context->project.edited_build, "topics"));
 }
 
 } // namespace Lumenfold

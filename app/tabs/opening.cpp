@@ -65,8 +65,8 @@ void show_config(const Context& context, OpenConfig config) {
 
 /// Forgets the active configuration with everything typed into its editors.
 void clear_active(const Context& context) {
-    flush_edits(context);
     keep_now(*context, context->configurator->keeper);
+    flush_edits(context);
     stop_editing(context);
     context->active_id.clear();
     // Left as they are, they would hold back the next configuration with a question about this one.

@@ -161,6 +161,7 @@ private:
         {"link", [](auto& w) { std::filesystem::create_symlink(w.text, w.path); }},
         {"delete", [](auto& w) { std::filesystem::remove_all(w.path); }},
         {"read-only", [this](auto&) { read_only_.emplace(ui_.dir.path()); }},
+        {"writable", [this](auto&) { read_only_.reset(); }},
 
         {"start", [this](auto& w) { start(w.all); }},
         {"open", [this](auto& w) { ui_.open(ui_.dir / w.all); }},
@@ -243,6 +244,14 @@ private:
              expect(std::count_if(all.begin(), all.end(), stopped), w.all);
          }},
         {"processes", [this](auto& w) { expect(ui_.platform.processes.size(), w.all); }},
+        {"kept", // the unsaved text that lies in the application's folder
+         [this](auto& w) {
+             std::string texts;
+             for (const auto& [name, content] : file_tree(ui_.data.path()))
+                 if (name.ends_with(".kept"))
+                     texts += Lumenfold::text_at(Lumenfold::Json::parse(content), "text");
+             expect(texts, w.all);
+         }},
         {"generated", // what the favicon generator was last asked for
          [this](auto& w) { expect(std::exchange(generated_, ""), w.all); }},
     };
