@@ -13,15 +13,17 @@ struct HttpRequest {
     std::string method; ///< any verb; empty means "GET"
     std::string url;
     HeaderList headers;
-    std::string body;         ///< bytes
-    std::string content_type; ///< empty for none
+    std::string body;            ///< bytes
+    std::string content_type;    ///< empty for none
+    std::int64_t max_answer = 0; ///< bytes of the answer's body that are taken; 0 for any number
 };
 
 /// An HTTP error that has a status is no `error`: readers look at `status` and `body`.
 struct HttpResponse {
-    std::int32_t status = 0; ///< 0 if no response came
-    std::string body;        ///< bytes
-    std::string error;       ///< words, only when there is no status
+    std::int32_t status = 0;  ///< 0 if no response came
+    std::string body;         ///< bytes
+    std::string error;        ///< words, only when there is no status
+    std::string broken_off{}; ///< why the body is not whole, behind a status; empty if it is
 };
 
 struct UploadResult {

@@ -14,7 +14,7 @@ constexpr int FIRST_CHECK_MS = 3000;
 constexpr int LONGEST_PERIOD_HOURS = 168;
 constexpr int HOUR_MS = 3600000;
 
-/// The update dialog: its node paths and the result that its buttons act on.
+/// The update dialog: its node paths and the result that it shows, on which its buttons act.
 struct UpdateDialog {
     CorvelApp& app;
     UpdateSettings settings;
@@ -25,7 +25,7 @@ struct UpdateDialog {
     std::string notes_path;
     std::string skip_path;
     std::string later_path;
-    UpdateResult last_result;
+    UpdateResult shown;
 };
 
 using SharedDialog = std::shared_ptr<UpdateDialog>;
@@ -55,6 +55,7 @@ void show_update_status(UpdateDialog& dialog, const std::string& text) {
 }
 
 void show_update_available(UpdateDialog& dialog, const UpdateResult& result) {
+    dialog.shown = result;
     dialog.app.set_text(dialog.status_path, "Version " + result.latest_version +
                                                 " is available. You have " +
                                                 dialog.app.app_version + ".");
@@ -67,7 +68,6 @@ void show_update_available(UpdateDialog& dialog, const UpdateResult& result) {
 }
 
 void take_result(UpdateDialog& dialog, const UpdateResult& result, bool manual) {
-    dialog.last_result = result;
     if (!result.success) {
         if (manual)
             show_update_status(dialog, "Could not check for updates: " + result.error);
@@ -101,12 +101,12 @@ void wire_dialog(const SharedDialog& dialog) {
     app.on_click(dialog->dialog_path + "/Titlebar/Exit Button", hide);
     app.on_click(dialog->later_path, hide);
     app.on_click(dialog->download_path, [dialog, open, hide] {
-        open(dialog->last_result.download_url);
+        open(dialog->shown.download_url);
         hide();
     });
-    app.on_click(dialog->notes_path, [dialog, open] { open(dialog->last_result.notes_url); });
+    app.on_click(dialog->notes_path, [dialog, open] { open(dialog->shown.notes_url); });
     app.on_click(dialog->skip_path, [dialog, hide] {
-        dialog->app.store_set(SKIP_VERSION, dialog->last_result.latest_version);
+        dialog->app.store_set(SKIP_VERSION, dialog->shown.latest_version);
         hide();
     });
 }

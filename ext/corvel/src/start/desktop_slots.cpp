@@ -19,6 +19,18 @@ void copy_to_clipboard(const std::string& text) {
         clipboard->setText(QString::fromStdString(text));
 }
 
+/// What an address given to the system means; an invalid one if it is not to be opened.
+QUrl url_to_open(const QString& address) {
+    // Behind "file://" stands a path as it is: "#", "?" and "%41" are characters of names there.
+    const QString file = QStringLiteral("file://");
+    if (address.startsWith(file))
+        return QUrl::fromLocalFile(address.mid(file.size()));
+    const QUrl url(address);
+    const QStringList schemes{QStringLiteral("http"), QStringLiteral("https"),
+                              QStringLiteral("mailto")};
+    return schemes.contains(url.scheme()) ? url : QUrl();
+}
+
 /// Asks for a file and writes it. Whether every byte arrived; false if cancelled.
 bool save_text(const std::string& name, const std::string& content) {
     const QString start = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
@@ -44,7 +56,8 @@ void run_and_announce(CorvelApp& app, const CorvelApp::Action& fn) {
 
 void install_desktop_slots(CorvelApp& app) {
     app.open_url = [](const std::string& url) {
-        QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+        if (const QUrl target = url_to_open(QString::fromStdString(url)); target.isValid())
+            QDesktopServices::openUrl(target);
     };
     app.copy_text = copy_to_clipboard;
     app.save_text_file = [](const std::string& name, const std::string&, const std::string& content,

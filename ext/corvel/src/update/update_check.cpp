@@ -17,6 +17,7 @@ using Json = nlohmann::json;
 constexpr const char* MANIFEST_URL = "update.manifest_url";
 constexpr const char* PLATFORM_KEY = "update.platform_key";
 constexpr const char* CHECK_HOURS = "update.check_hours";
+constexpr std::int64_t MAX_MANIFEST = 1 << 20;
 constexpr const char* LAST_CHECK = "update.last_check";
 
 /// The string under `key`, empty if it is missing or of another type.
@@ -34,7 +35,11 @@ std::string seconds_since_epoch() {
 UpdateResult read_response(const CorvelApp& app, const UpdateSettings& settings,
                            const HttpResponse& response) {
     UpdateResult result;
-    if (response.status == 200) {
+    if (!response.broken_off.empty()) {
+        result.error = response.broken_off;
+    } else if (response.status == 200 && response.body.size() > MAX_MANIFEST) {
+        result.error = "manifest is longer than 1 MiB";
+    } else if (response.status == 200) {
         result.success = parse_update_manifest(response.body, settings.platform_key, result);
         result.update_available =
             result.success && compare_versions(result.latest_version, app.app_version) > 0;
@@ -80,6 +85,7 @@ void check_for_update(CorvelApp& app, const UpdateSettings& settings,
     HttpRequest request;
     request.method = "GET";
     request.url = settings.manifest_url;
+    request.max_answer = MAX_MANIFEST;
     app.http(request, on_response);
 }
 

@@ -45,6 +45,9 @@ public:
         verbs["reply_first"] = act([this](auto& manifest) {
             platform.http_calls.front().reply({200, manifest, ""});
         });
+        verbs["fail"] = act([this](auto& words) { // the last check
+            platform.http_calls.back().reply({0, "", words});
+        });
         verbs["checks"] = [this](auto& milliseconds) { // so far, after that time
             platform.advance(std::stoi(milliseconds));
             return std::to_string(platform.http_calls.size());
@@ -75,7 +78,15 @@ public:
     std::string served(const std::string& answer_text) {
         const QByteArray manifest = QByteArray::fromStdString(answer_text).sliced(4);
         LoopbackServer server([&](const LoopbackServer::Request&, QTcpSocket& socket) {
-            answer(socket, answer_text.starts_with("404") ? "404 Not Found" : "200 OK", manifest);
+            if (answer_text.starts_with("cut")) { // in the midst of the manifest
+                socket.write("HTTP/1.1 200 OK\r\nContent-Length: 900\r\n\r\n" + manifest);
+                socket.disconnectFromHost();
+            } else if (answer_text.starts_with("big")) {
+                answer_without_end(socket, sent);
+            } else {
+                answer(socket, answer_text.starts_with("404") ? "404 Not Found" : "200 OK",
+                       manifest);
+            }
         });
         install_qt_http(app.app);
         app->store["update.manifest_url"] =
@@ -96,6 +107,7 @@ public:
     }
 
     std::string written;
+    qint64 sent = 0;
 };
 
 [[maybe_unused]] const bool registered = TestSupport::register_stories<UpdateStory>(

@@ -10,8 +10,10 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QSettings>
 #include <QTest>
+#include <QUrl>
 
 #include <thread>
 
@@ -84,6 +86,53 @@ TEST_F(Start, LateWorkRunsOnThisThreadAndIsAnnounced) {
     EXPECT_EQ(calls, (Texts{"posted", "announced", "timer", "announced"}));
 }
 
+/// Takes the addresses that would be given to the system.
+class OpenedUrls : public QObject {
+    Q_OBJECT
+public:
+    OpenedUrls() {
+        for (const char* scheme : SCHEMES)
+            QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "take");
+    }
+    ~OpenedUrls() override {
+        for (const char* scheme : SCHEMES)
+            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+    }
+    OpenedUrls(const OpenedUrls&) = delete;
+    OpenedUrls& operator=(const OpenedUrls&) = delete;
+
+    QList<QUrl> taken;
+
+public Q_SLOTS:
+    void take(const QUrl& url) { taken.append(url); }
+
+private:
+    static constexpr const char* SCHEMES[] = {"file", "http",       "https", "mailto",
+                                              "ftp",  "javascript", "ssh",   "data"};
+};
+
+TEST_F(Start, OnlyPathsAndWebAddressesAreGivenToTheSystem) {
+    install_desktop_slots(app);
+    OpenedUrls opened;
+    for (const char* name : {"plain", "a#b", "what?", "%41", "50% & more", "\xc3\xa9 x"}) {
+        const std::string path = (folder / name).string();
+        app.open_url("file://" + path);
+        ASSERT_EQ(opened.taken.size(), 1) << name;
+        EXPECT_EQ(opened.taken.takeFirst().toLocalFile().toStdString(), path);
+    }
+    for (const char* url : {"http://a.example/x?y#z", "https://b.example/%41", "HTTPS://b.example/",
+                            "mailto:a@b.example"}) {
+        app.open_url(url);
+        ASSERT_EQ(opened.taken.size(), 1) << url;
+        EXPECT_EQ(opened.taken.takeFirst(), QUrl(QLatin1String(url)));
+    }
+    for (const char* url : {"", "ftp://a.example/", "javascript:alert(1)", "ssh://a.example",
+                            "/etc", "file:/etc", "data:text/html,x", "a.example", "http//x"}) {
+        app.open_url(url);
+        EXPECT_TRUE(opened.taken.isEmpty()) << url;
+    }
+}
+
 TEST_F(Start, TheWindowIconComesFromAPngOrAnSvgByTheNamesEnd) {
     QImage picture(40, 20, QImage::Format_ARGB32);
     picture.fill(Qt::red);
@@ -100,3 +149,5 @@ TEST_F(Start, TheWindowIconComesFromAPngOrAnSvgByTheNamesEnd) {
 
 } // namespace
 } // namespace Corvel
+
+#include "start_test.moc"

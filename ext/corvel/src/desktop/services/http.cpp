@@ -15,6 +15,7 @@ namespace Corvel {
 namespace {
 
 constexpr int STALL_LIMIT_MS = 30000;
+constexpr const char* TOO_LONG = "tooLong"; ///< property of a reply that was ended for its length
 
 QNetworkReply* start(QNetworkAccessManager& manager, const QNetworkRequest& target,
                      const HttpRequest& request) {
@@ -28,6 +29,33 @@ QNetworkReply* start(QNetworkAccessManager& manager, const QNetworkRequest& targ
     return manager.sendCustomRequest(target, QByteArray::fromStdString(request.method), body);
 }
 
+/// Ends a reply whose body grows beyond `limit` bytes, of which no more than these are held.
+void limit_answer(QNetworkReply& reply, qint64 limit) {
+    if (limit <= 0)
+        return;
+    reply.setReadBufferSize(limit + 1);
+    QObject::connect(&reply, &QNetworkReply::readyRead, &reply, [&reply, limit] {
+        if (reply.bytesAvailable() <= limit)
+            return;
+        reply.setProperty(TOO_LONG, true);
+        reply.abort();
+    });
+}
+
+HttpResponse read_answer(QNetworkReply& reply, qint64 limit) {
+    if (reply.property(TOO_LONG).toBool()) {
+        HttpResponse response;
+        response.error = "the answer is longer than " + std::to_string(limit) + " bytes";
+        return response;
+    }
+    HttpResponse response = read_reply(reply);
+    // The library's word for a stalled transfer, "canceled", would blame the user.
+    if (reply.error() == QNetworkReply::OperationCanceledError)
+        (response.status == 0 ? response.error : response.broken_off) =
+            "the server stopped answering";
+    return response;
+}
+
 void send_http(CorvelApp& app, QNetworkAccessManager& manager, const HttpRequest& request,
                std::function<void(const HttpResponse&)> done) {
     QNetworkRequest target(QUrl(QString::fromStdString(request.url)));
@@ -36,14 +64,19 @@ void send_http(CorvelApp& app, QNetworkAccessManager& manager, const HttpRequest
         target.setHeader(QNetworkRequest::ContentTypeHeader,
                          QString::fromStdString(request.content_type));
     set_headers(target, request.headers);
+    const qint64 limit = request.max_answer;
+    if (limit > 0) // what comes compressed could be any size
+        target.setRawHeader("Accept-Encoding", "identity");
     QNetworkReply* reply = start(manager, target, request);
-    QObject::connect(reply, &QNetworkReply::finished, reply, [&app, reply, done = std::move(done)] {
-        const HttpResponse response = read_reply(*reply);
-        reply->deleteLater();
-        if (done)
-            done(response);
-        notify_async_change(app);
-    });
+    limit_answer(*reply, limit);
+    QObject::connect(reply, &QNetworkReply::finished, reply,
+                     [&app, reply, limit, done = std::move(done)] {
+                         const HttpResponse response = read_answer(*reply, limit);
+                         reply->deleteLater();
+                         if (done)
+                             done(response);
+                         notify_async_change(app);
+                     });
 }
 
 } // namespace

@@ -6,6 +6,11 @@
 
 namespace Corvel {
 
+/// Whether a reply ended by an error of the transfer, not by an answer that tells one.
+inline bool is_broken_off(QNetworkReply::NetworkError error) {
+    return error != QNetworkReply::NoError && error < QNetworkReply::ContentAccessDenied;
+}
+
 /// What a finished reply says: status and body, or the error's words if there was no status.
 inline HttpResponse read_reply(QNetworkReply& reply) {
     HttpResponse response;
@@ -15,6 +20,8 @@ inline HttpResponse read_reply(QNetworkReply& reply) {
         response.body = reply.readAll().toStdString();
     if (reply.error() != QNetworkReply::NoError && response.status == 0)
         response.error = reply.errorString().toStdString();
+    else if (is_broken_off(reply.error()))
+        response.broken_off = reply.errorString().toStdString();
     return response;
 }
 

@@ -53,6 +53,17 @@ private:
     std::function<void(const Request&, QTcpSocket&)> handler_;
 };
 
+/// Begins an answer that never ends. It is sent as fast as it is read; `sent` counts its bytes.
+inline void answer_without_end(QTcpSocket& socket, qint64& sent) {
+    socket.write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
+    const auto send = [&socket, &sent] {
+        if (socket.state() == QAbstractSocket::ConnectedState && socket.bytesToWrite() < 65536)
+            sent += socket.write(QByteArray(65536, '{'));
+    };
+    QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, send);
+    send();
+}
+
 /// A whole answer; the connection is closed behind it.
 inline void answer(QTcpSocket& socket, const char* status, const QByteArray& body,
                    const QByteArray& headers = {}) {

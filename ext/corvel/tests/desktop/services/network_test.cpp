@@ -132,6 +132,30 @@ TEST_F(Network, StatusAndBodyComeAsTheServerSentThem) {
     EXPECT_EQ(send({"", server.url("/moved"), {}, {}, {}}).body, "fine");
 }
 
+TEST_F(Network, ABodyThatIsNotWholeSaysWhy) {
+    EXPECT_EQ(send({"", server.url("/slow"), {}, {}, {}}).broken_off, "");
+    EXPECT_EQ(send({"", server.url("/missing"), {}, {}, {}}).broken_off, "");
+    EXPECT_NE(send({"", server.url("/cut"), {}, {}, {}}).broken_off, "");
+}
+
+TEST_F(Network, AnAnswerBeyondItsLimitIsEnded) {
+    qint64 sent = 0;
+    bool ended = false;
+    LoopbackServer endless([&](const LoopbackServer::Request&, QTcpSocket& socket) {
+        QObject::connect(&socket, &QTcpSocket::disconnected, [&ended] { ended = true; });
+        answer_without_end(socket, sent);
+    });
+    const HttpResponse got = send({"", endless.url("/"), {}, {}, {}, 1 << 20});
+    EXPECT_EQ(got.status, 0);
+    EXPECT_EQ(got.body, "");
+    EXPECT_EQ(got.error, "the answer is longer than 1048576 bytes");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ended; }, 5000)) << "the server is not told";
+    // What is behind the limit lies in the buffers of the two sockets.
+    EXPECT_LT(sent, 16 << 20);
+    for (const auto& [limit, body] : {std::pair(4, "fine"), {3, ""}, {0, "fine"}})
+        EXPECT_EQ(send({"", server.url("/ok"), {}, {}, {}, limit}).body, body) << limit;
+}
+
 TEST_F(Network, WithoutAStatusThereAreWords) {
     const std::string dead = LoopbackServer(serve).url("/ok");
     for (const std::string& url : {dead, server.url("/slam"), server.url("/nonsense"),
