@@ -77,8 +77,8 @@ Result read_configuration(const std::string& file, Json& document) {
     return {};
 }
 
-/// The manifest as it is to be edited: an empty one if there is none yet. Fails if the file there is
-/// not one that this program may write.
+/// The manifest as it is to be edited: an empty one if there is none yet. Fails if the file there
+/// is not one that this program may write.
 Result read_manifest(const std::string& file, Json& manifest) {
     std::error_code error;
     manifest = Json::object();

@@ -21,8 +21,8 @@ std::string shown_manifest(const AppContext& context);
 void flush_later(const Context& context);
 
 /// Writes all pending edits now. A file that cannot be read or written keeps its edits pending; the
-/// latter is told, the former when the file is left. An edit of a list element that is another record by now is dropped, told, and
-/// the panels are filled again.
+/// latter is told, the former when the file is left. An edit of a list element that is another
+/// record by now is dropped, told, and the panels are filled again.
 void flush_edits(const Context& context);
 
 } // namespace Lumenfold

@@ -11,8 +11,8 @@ struct FittingEdits {
     bool all_found = true; ///< none was left out for its list's sake
 };
 
-/// Leaves out edits that do not fit the document, such as a member of a string. A list is never made
-/// longer: an edit of an element that it does not have is left out too.
+/// Leaves out edits that do not fit the document, such as a member of a string. A list is never
+/// made longer: an edit of an element that it does not have is left out too.
 ///
 /// `shown` is the document that the edits were made on, if it is known: an edit of a list element
 /// that is another record by now is left out.

@@ -11,8 +11,8 @@ void discard_unsaved(const Context& context);
 /// Nothing while nothing is open.
 void reload(const Context& context);
 
-/// Refills the panels after a file changed. Unsaved text of the text view and of file editors stays,
-/// and edits that could not be written stay pending.
+/// Refills the panels after a file changed. Unsaved text of the text view and of file editors
+/// stays, and edits that could not be written stay pending.
 void reload_after_change(const Context& context);
 
 } // namespace Lumenfold

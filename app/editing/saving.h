@@ -8,8 +8,8 @@
 
 namespace Lumenfold {
 
-/// Writes a text that the user asked to save, with its folder if that is gone. False if it could not
-/// be written, which is told.
+/// Writes a text that the user asked to save, with its folder if that is gone. False if it could
+/// not be written, which is told.
 bool save_text(const Context& context, const std::filesystem::path& file, const std::string& text);
 
 /// Tells why something could not be written.

@@ -165,8 +165,7 @@ void wire_text_view(const Context& context, Shell& configurator) {
                      configurator.text_editor, [context, &configurator] {
                          judge_text(context, context->app.input_value(configurator.text_editor));
                      });
-    context->app.on_click(configurator.save_button,
-                          [context] { save(context); });
+    context->app.on_click(configurator.save_button, [context] { save(context); });
 }
 
 } // namespace Lumenfold

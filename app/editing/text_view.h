@@ -12,9 +12,9 @@ enum class TextStatus { Clean, Unsaved, Invalid };
 /// Sets the status line of the active configurator's text view.
 void set_status(const Context& context, TextStatus status, const std::string& message);
 
-/// Starts the edits of a file, or goes on with them after a change of it. The text view shows what it
-/// holds, unless unsaved text of that file is in it. The document read, with the edits of it that
-/// could not be written yet, which are pending again; an empty object when it does not parse.
+/// Starts the edits of a file, or goes on with them after a change of it. The text view shows what
+/// it holds, unless unsaved text of that file is in it. The document read, with the edits of it
+/// that could not be written yet, which are pending again; an empty object when it does not parse.
 Json start_editing(const Context& context, const std::string& path);
 
 /// Takes over what this program just wrote to the active configuration's file.

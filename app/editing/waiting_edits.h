@@ -17,16 +17,16 @@ void note_unwritten(AppContext& context, const std::string& file, const std::str
 /// Tells what was noted of a file, once for each reason in a row.
 void tell_unwritten(const Context& context, const std::string& file);
 
-/// Lets the pending edits wait, before the configuration `next` is read. If it is another one, it is
-/// told why they were not written.
+/// Lets the pending edits wait, before the configuration `next` is read. If it is another one, it
+/// is told why they were not written.
 void put_edits_aside(const Context& context, const std::string& next);
 
 /// The same for those of the manifest shown, before another is read.
 void put_manifest_edits_aside(const Context& context);
 
-/// Takes up the edits that wait for a file: in `pending` they are queued again, and `document`, which
-/// is what the file holds, gets them. Those of records that are not in their places any more are
-/// dropped, which is told.
+/// Takes up the edits that wait for a file: in `pending` they are queued again, and `document`,
+/// which is what the file holds, gets them. Those of records that are not in their places any more
+/// are dropped, which is told.
 void resume_edits(const Context& context, const std::string& file, PointerEdits& pending,
                   Json& document);
 

@@ -71,11 +71,10 @@ void select(const Context& context, const SetPanel& panel, const std::string& va
         return;
     }
     context->app.set_selected(panel.path + ITEM_COMBO, std::to_string(state.index));
-    context->confirm_dialog.show(
-        "Discard changes?", panel.discard_message, "Discard",
-        [&panel, index, file = state.editor.path](const Context& later) {
-            commit_selection(later, panel, index, file);
-        });
+    context->confirm_dialog.show("Discard changes?", panel.discard_message, "Discard",
+                                 [&panel, index, file = state.editor.path](const Context& later) {
+                                     commit_selection(later, panel, index, file);
+                                 });
 }
 
 void edit_field(const Context& context, const SetPanel& panel, const std::string& key,
