@@ -27,6 +27,10 @@ std::size_t bytes_taken_by(Work work) {
         return memory;
     throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    TestSupport::bytes_taken += size;
+    return std::malloc(size);
+}
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
