@@ -261,6 +261,7 @@ void DocumentWriter::end_table_head() {
     if (!in_table_head_)
         return;
     in_table_head_ = false;
+    unhead_empty_cells();
     std::string label;
     append_words(label, trimmed(table_label_));
     if (label.empty())
@@ -271,6 +272,19 @@ void DocumentWriter::end_table_head() {
     std::string escaped;
     append_attribute(escaped, label);
     html_.insert(table_label_place_, escaped);
+}
+
+/// A cell without words heads nothing: a reader of screens would announce it for each cell below.
+void DocumentWriter::unhead_empty_cells() {
+    constexpr std::string_view END = "</th>";
+    for (std::size_t at = html_.find(END, table_label_place_); at != std::string::npos;
+         at = html_.find(END, at + END.size())) {
+        const std::size_t begin = html_.rfind('<', at - 1);
+        if (html_[at - 1] != '>' || html_.compare(begin, 3, "<th") != 0)
+            continue;
+        html_.replace(at, END.size(), "</td>");
+        html_.replace(begin, 3, "<td");
+    }
 }
 
 void DocumentWriter::end_table() {

@@ -49,6 +49,7 @@ public:
     Document finish();
 
 private:
+    void unhead_empty_cells();
     struct LocalLink {
         std::string anchor;
         std::size_t offset;

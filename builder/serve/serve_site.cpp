@@ -4,9 +4,11 @@
 #include "builder/serve/site_server.h"
 #include "builder/site/watch_list.h"
 
+#include <algorithm>
 #include <chrono>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <thread>
 
 namespace Lumenfold::Builder {
@@ -16,6 +18,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::chrono::milliseconds LOOK_EVERY{200};
+constexpr std::chrono::milliseconds CLOCK_STEP{10}; ///< that times of files may lag behind
 
 /// What one build had to complain of, as the pages show it.
 struct BuildOutcome {
@@ -34,6 +37,9 @@ public:
     }
 
     BuildOutcome build() {
+        const WatchList before = watched_;
+        const std::string sign_before = before.sign();
+        const auto begin = fs::file_time_type::clock::now() - CLOCK_STEP;
         std::ostringstream said;
         BuildOutcome outcome;
         {
@@ -44,7 +50,9 @@ public:
         for (std::string line; std::getline(lines, line);)
             if (line.starts_with("E\t"))
                 outcome.problems += line.substr(2) + "\n";
-        sign_ = watched_.sign();
+        // What was edited while this build ran may not be in it: the next one follows at once.
+        const bool edited = before.sign() != sign_before || edited_since(begin);
+        sign_ = edited ? std::string() : watched_.sign();
         return outcome;
     }
 
@@ -59,6 +67,15 @@ public:
     }
 
 private:
+    bool edited_since(fs::file_time_type begin) const {
+        const auto end = fs::file_time_type::clock::now();
+        return std::any_of(watched_.files.begin(), watched_.files.end(), [&](const auto& file) {
+            std::error_code error;
+            const fs::file_time_type time = fs::last_write_time(file, error);
+            return !error && time >= begin && time <= end;
+        });
+    }
+
     fs::path site_file_;
     SiteBuildOptions options_;
     Reporter& reporter_;

@@ -1,16 +1,22 @@
 #include "builder/serve/site_server.h"
 
 #include "builder/files/file_io.h"
+#include "builder/serve/bounded_stream.h"
+#include "builder/serve/connection_threads.h"
 #include "builder/serve/content_type.h"
 #include "builder/serve/served_page.h"
 #include "site/path_text.h"
 
+#include <algorithm>
 #include <atomic>
 #include <httplib.h>
 #include <mutex>
 #include <optional>
+#include <sys/resource.h>
+#include <sys/socket.h>
 #include <system_error>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace Lumenfold::Builder {
@@ -20,7 +26,8 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* LOOPBACK = "127.0.0.1";
-constexpr std::size_t THREADS = 32;
+constexpr int WAITING_CONNECTIONS = 1024;
+constexpr rlim_t OPEN_FILES = 4096;
 constexpr std::size_t MAX_REQUEST_BODY = 1024;
 
 /// Whether a request was meant for this computer: a foreign name that somebody made point here
@@ -51,11 +58,42 @@ std::optional<fs::path> file_for(const fs::path& folder, const std::string& path
     return *below.begin() == ".." ? std::nullopt : std::optional(real);
 }
 
+/// Connections are files, too: without this, as many as a shell allows would keep pages from being
+/// read.
+void allow_many_connections() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur >= OPEN_FILES)
+        return;
+    limit.rlim_cur = std::min(limit.rlim_max, OPEN_FILES);
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+/// The library's server with one request for each connection, which is bounded in time and bytes.
+class HttpServer : public httplib::Server {
+public:
+    void let_many_wait() { ::listen(svr_sock_, WAITING_CONNECTIONS); }
+
+private:
+    bool process_and_close_socket(socket_t socket) override {
+        bool closed = false;
+        BoundedStream stream(socket);
+        // Several ranges of one file could ask for more than all of it.
+        const bool answered =
+            process_request(stream, /*close_connection=*/true, closed, [](auto& request) {
+                if (request.ranges.size() > 1)
+                    request.ranges.clear();
+            });
+        ::shutdown(socket, SHUT_RDWR);
+        ::close(socket);
+        return answered;
+    }
+};
+
 } // namespace
 
 struct SiteServer::State {
     fs::path folder;
-    httplib::Server server;
+    HttpServer server;
     std::jthread thread;
     std::atomic<unsigned> generation{1};
     std::mutex mutex;
@@ -82,11 +120,11 @@ struct SiteServer::State {
             response.set_redirect(request.path + "/", 301);
             return;
         }
+        response.status = request.ranges.empty() ? 200 : 206;
         send_file(file_for(folder, request.path), response);
     }
 
     void send_file(std::optional<fs::path> file, httplib::Response& response) {
-        response.status = 200;
         if (!file) {
             response.status = 404;
             file = file_for(folder, "/404.html");
@@ -107,25 +145,21 @@ SiteServer::SiteServer(fs::path folder)
     std::error_code error;
     state_->folder = fs::weakly_canonical(folder, error);
     httplib::Server& server = state_->server;
-    server.new_task_queue = [] { return new httplib::ThreadPool(THREADS); };
-    server.set_keep_alive_max_count(100);
-    server.set_keep_alive_timeout(1);
-    server.set_read_timeout(2);
-    server.set_write_timeout(5);
+    server.new_task_queue = [] { return new ConnectionThreads; };
     server.set_payload_max_length(MAX_REQUEST_BODY);
     server.set_default_headers({{"Cache-Control", "no-cache"},
                                 {"X-Content-Type-Options", "nosniff"},
                                 {"Content-Security-Policy", "default-src 'self'"}});
     server.set_pre_routing_handler(
-        [](const httplib::Request& request, httplib::Response& response) {
-            if (names_loopback(request.get_header_value("Host")))
-                return httplib::Server::HandlerResponse::Unhandled;
-            response.status = 403;
+        [this](const httplib::Request& request, httplib::Response& response) {
+            if (!names_loopback(request.get_header_value("Host")))
+                response.status = 403;
+            else if (request.method == "GET" || request.method == "HEAD")
+                state_->answer(request, response);
+            else
+                response.status = 405;
             return httplib::Server::HandlerResponse::Handled;
         });
-    server.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
-        state_->answer(request, response);
-    });
 }
 
 SiteServer::~SiteServer() {
@@ -133,15 +167,18 @@ SiteServer::~SiteServer() {
 }
 
 std::uint16_t SiteServer::start(std::uint16_t port) {
-    httplib::Server& server = state_->server;
+    HttpServer& server = state_->server;
+    allow_many_connections();
     if (port == 0) {
         const int taken = server.bind_to_any_port(LOOPBACK);
         port = taken > 0 ? static_cast<std::uint16_t>(taken) : 0;
     } else if (!server.bind_to_port(LOOPBACK, port)) {
         port = 0;
     }
-    if (port != 0)
-        state_->thread = std::jthread([&server] { server.listen_after_bind(); });
+    if (port == 0)
+        return 0;
+    server.let_many_wait();
+    state_->thread = std::jthread([&server] { server.listen_after_bind(); });
     return port;
 }
 

@@ -16,13 +16,18 @@ const TYPES = {
     ".txt": "text/plain; charset=utf-8",
 };
 
-/** Serves a folder on the loopback address under the strictest policy that the site promises. */
-export async function serve(folder) {
+/**
+ * Serves a folder on the loopback address, at the root or below a path that begins and ends with
+ * "/", under the strictest policy that the site promises.
+ */
+export async function serve(folder, below = "/") {
     const { gzipSync } = await import("node:zlib");
     const server = createServer((request, response) => {
-        let path = join(folder, normalize(decodeURIComponent(new URL(request.url, "http://x").pathname)));
+        const asked = normalize(decodeURIComponent(new URL(request.url, "http://x").pathname));
+        let path = join(folder, asked.slice(below.length - 1));
         let status = 200;
         try {
+            if (!asked.startsWith(below)) throw new Error("not of the site");
             if (statSync(path).isDirectory()) path = join(path, "index.html");
             statSync(path);
         } catch {
@@ -42,7 +47,7 @@ export async function serve(folder) {
         response.writeHead(status, headers).end(bytes);
     });
     await new Promise((done) => server.listen(0, "127.0.0.1", done));
-    return { url: `http://127.0.0.1:${server.address().port}/`, close: () => server.close() };
+    return { url: `http://127.0.0.1:${server.address().port}${below}`, close: () => server.close() };
 }
 
 export async function openBrowser(more = []) {
