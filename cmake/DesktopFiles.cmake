@@ -19,10 +19,27 @@ install(FILES "${linux_files}/lumenfold-mime.xml" RENAME lumenfold.xml
     DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages" COMPONENT application)
 install(FILES "${linux_files}/example.orrinworkshop.lumenfold.metainfo.xml"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo" COMPONENT application)
-install(FILES "${linux_files}/lumenfold.1"
-    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT application)
-install(FILES "${linux_files}/lumenfold-cli.1"
-    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT builder)
+
+# install_documents(PROGRAM PACKAGE COMPONENT): its manual page, compressed without a time so that
+# equal builds are equal, and what each package of a distribution has in its folder of documents.
+find_program(GZIP_PROGRAM gzip)
+function(install_documents program package component)
+    set(page "${linux_files}/${program}.1")
+    if(GZIP_PROGRAM)
+        set(packed "${CMAKE_CURRENT_BINARY_DIR}/pages/${program}.1.gz")
+        file(MAKE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/pages")
+        add_custom_command(OUTPUT "${packed}"
+            COMMAND sh -c "${GZIP_PROGRAM} -9nc < '${page}' > '${packed}'"
+            DEPENDS "${page}" VERBATIM)
+        add_custom_target(${component}_page ALL DEPENDS "${packed}")
+        set(page "${packed}")
+    endif()
+    install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT ${component})
+    install(FILES "${linux_files}/copyright" "${CMAKE_SOURCE_DIR}/CHANGELOG.md"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${package}" COMPONENT ${component})
+endfunction()
+install_documents(lumenfold lumenfold application)
+install_documents(lumenfold-cli lumenfold-builder builder)
 
 install(FILES "${linux_files}/lumenfold-cli.bash" RENAME lumenfold-cli
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT builder)

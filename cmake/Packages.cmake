@@ -14,14 +14,14 @@ set(CPACK_DEBIAN_PACKAGE_SECTION text)
 
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_NAME lumenfold)
 set(CPACK_DEBIAN_APPLICATION_DESCRIPTION "author, check and build documentation websites
- Lumenfold edits the configuration of a static documentation website in forms and keeps your files
- plain JSON and Markdown.")
+Lumenfold edits the configuration of a static documentation website in
+forms and keeps your files plain JSON and Markdown.")
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_DEPENDS "qt6-qpa-plugins")
 set(CPACK_DEBIAN_APPLICATION_PACKAGE_RECOMMENDS
     "lumenfold-builder, qt6-image-formats-plugins, fonts-inter, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good")
 
 set(CPACK_DEBIAN_BUILDER_PACKAGE_NAME lumenfold-builder)
 set(CPACK_DEBIAN_BUILDER_DESCRIPTION "build documentation websites from git repositories
- The builder of Lumenfold: it makes a static website of a site's configuration, and of each version
- of its projects, read from tags.")
+The builder of Lumenfold: it makes a static website of a site's
+configuration, and of each version of its projects, read from tags.")
 include(CPack)
