@@ -6,7 +6,7 @@ packages_build="g++ cmake ninja-build ccache
     pkg-config libmd4c-dev libgit2-dev libgumbo-dev libutf8proc-dev libxxhash-dev libcli11-dev
     libcpp-httplib-dev"
 packages_run="gstreamer1.0-plugins-base gstreamer1.0-plugins-good qt6-image-formats-plugins
-    fonts-dejavu-core fonts-dejavu-extra ca-certificates git"
+    fonts-inter fonts-dejavu-core fonts-dejavu-extra ca-certificates git"
 packages_test="libgtest-dev zbar-tools imagemagick locales desktop-file-utils appstream
     shared-mime-info man-db python3-jsonschema"
 packages_check="clang clang-format clang-tidy libclang-rt-14-dev"

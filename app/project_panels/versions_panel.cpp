@@ -56,6 +56,9 @@ void publish_rows(const Context& context) {
         app.set_checked(checkbox, versions[i].included);
         app.on_click(checkbox, [context, checkbox, i] { toggle_version(context, checkbox, i); });
         app.set_state(row, "Excluded", versions[i].status == "excluded");
+        app.set_state(row, "Pending", versions[i].status == "pending");
+        // A tag that does not begin with its version's name stands beside it as a word of its own.
+        app.set_state(row, "Apart", !patch_part(versions[i]).starts_with("."));
     }
 }
 

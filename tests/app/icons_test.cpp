@@ -6,7 +6,8 @@
 namespace {
 
 TEST(AnimatedIcons, MoveAndLoopWithoutAJump) {
-    for (const char* icon : {"icons/spinner", "icons/building", "ext/corvel/icons/update"}) {
+    for (const char* icon :
+         {"ext/corvel/icons/spinner", "icons/building", "ext/corvel/icons/update"}) {
         const Corvel::SvgAnimation animation(
             TestSupport::read_file(std::string(SOURCE_ROOT "/") + icon + ".svg"));
         ASSERT_TRUE(animation.is_animated()) << icon;

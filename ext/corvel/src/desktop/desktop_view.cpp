@@ -1,18 +1,22 @@
 #include "desktop/desktop_view.h"
 
 #include "desktop/desktop_view_p.h"
+#include "desktop/focus.h"
 #include "desktop/node_tree.h"
 #include "desktop/node_update.h"
 #include "desktop/overlays.h"
 #include "desktop/scroll_host.h"
 #include "desktop/strip.h"
 #include "desktop/tab_order.h"
+#include "desktop/theme_palette.h"
 #include "desktop/video_selection.h"
 #include "desktop/widgets/editor_widget.h"
 #include "desktop/widgets/root_container.h"
 #include "desktop/widgets/vbox_widget.h"
+#include "desktop/window_keys.h"
 #include "runtime/corvel_app.h"
 
+#include <QKeyEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -40,8 +44,14 @@ public:
 
     std::function<void()> on_shown;
     std::function<void()> on_closing;
+    std::function<bool(const QKeyEvent&)> on_key; ///< whether the key meant something
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!on_key || !on_key(*event))
+            RootContainer::keyPressEvent(event);
+    }
+
     void showEvent(QShowEvent* event) override {
         RootContainer::showEvent(event);
         if (on_shown)
@@ -104,6 +114,7 @@ void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
         apply_patch(view, *patch);
     }
     resume_layouts(view);
+    name_modals(view);
     renew_tab_order(view);
     reveal_active_children(view);
     position_overlays(view);
@@ -111,6 +122,7 @@ void apply_batch(ViewState& view, const std::vector<RenderPatch>& patches) {
 
 void apply_all(ViewState& view, const std::vector<RenderPatch>& patches) {
     const ApplyScope scope(view);
+    FocusPlace focus(view);
     apply_batch(view, patches);
     while (!view.queue.waiting.empty()) {
         std::vector<RenderPatch> batch = std::exchange(view.queue.later, {});
@@ -118,6 +130,8 @@ void apply_all(ViewState& view, const std::vector<RenderPatch>& patches) {
         view.queue.waiting.clear();
         apply_batch(view, batch);
     }
+    focus_opened_dialogs(view);
+    focus.restore();
 }
 
 void catch_up(ViewState& view) {
@@ -196,6 +210,7 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
         queue.waiting.insert(queue.waiting.end(), patches.begin(), patches.end());
         return;
     }
+    follow_theme_palette(*this);
     theme_scroll_bars(*this);
     if (patches.empty()) {
         position_overlays(*this);
@@ -254,6 +269,9 @@ QWidget* DesktopView::build() {
         // The window is not on the screen before the event is through.
         if (!view.overlays.waiting_modals.empty())
             QTimer::singleShot(0, view.root, [&view] { open_waiting_modals(view); });
+    };
+    root->on_key = [&view](const QKeyEvent& event) {
+        return press_window_key(view, view.root, event);
     };
     view.root = root;
     view.root_layout = new QVBoxLayout(root);

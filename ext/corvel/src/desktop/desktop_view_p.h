@@ -40,10 +40,11 @@ struct PatchQueue {
     std::vector<QPointer<QLayout>> paused_layouts; ///< laid out once, after the patches
 };
 
-/// A top-level window and the scrim under it.
+/// A top-level window and what dims the windows under it.
 struct ModalWindow {
     QPointer<QWidget> window;
-    QPointer<QWidget> scrim;
+    QPointer<QWidget> scrim;               ///< over the main window
+    std::vector<QPointer<QWidget>> shades; ///< over the dialogs below this one
 };
 
 /// Everything that lies above the rest.
@@ -52,6 +53,7 @@ struct Overlays {
     bool positioning = false;       ///< they are being placed
     std::map<std::string, ModalWindow> modals;
     std::vector<std::string> waiting_modals; ///< open once the root is shown
+    std::vector<std::string> opened_modals;  ///< by the patches under way
 };
 
 /// The scroll bars of scrolling boxes.
@@ -65,6 +67,16 @@ struct ScrollBars {
 struct Videos {
     std::vector<VideoWidget*> all; ///< in order of creation
     bool check_pending = false;
+};
+
+/// The colours of a theme as it writes them.
+struct ThemeColors {
+    std::string primary;
+    std::string secondary;
+    std::string tertiary;
+    std::string foreground;
+
+    friend bool operator==(const ThemeColors&, const ThemeColors&) = default;
 };
 
 /// What the parts of the view share.
@@ -82,6 +94,7 @@ struct ViewState {
     Overlays overlays;
     ScrollBars bars;
     Videos videos;
+    ThemeColors palette;                       ///< that the application's palette shows
     std::unordered_set<EditorWidget*> editors; ///< alive and not about to go
     bool tab_order_stale = false;              ///< fields came or moved
 

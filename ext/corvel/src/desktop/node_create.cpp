@@ -47,7 +47,7 @@ DNode& create_widget(ViewState& view, const RenderNode& node, DNode* parent) {
         set_collapsed_limits(dnode);
     dnode.own_opacity = style.opacity;
     propagate_opacity(view, dnode);
-    if (dnode.editor || dnode.combo || dnode.markdown)
+    if (dnode.editor || dnode.combo || dnode.markdown || dnode.widget->focusPolicy() != Qt::NoFocus)
         view.tab_order_stale = true;
     return dnode;
 }

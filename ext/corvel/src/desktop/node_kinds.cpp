@@ -184,11 +184,20 @@ void make_box(ViewState& view, const RenderNode& node, DNode& dnode) {
     build_box_layout(view, dnode, node);
 }
 
+/// Tells assistive programs what the look of the box tells the eye.
+void announce_standing(const ViewState& view, const DNode& dnode, const RenderNode& node) {
+    const auto has = [&](const char* state) { return view.app->has_state(node.path, state); };
+    dnode.box->set_standing(has("Active") || has("Selected"), has("Disabled"));
+}
+
 void make_button(ViewState& view, const RenderNode& node, DNode& dnode) {
     make_box(view, node, dnode);
     dnode.box->on_click = window_action(dnode.box, node.style->intent);
     if (!dnode.box->on_click)
         dnode.box->on_click = [&view, path = node.path.get()] { view.click(path); };
+    dnode.box->set_pressable();
+    dnode.box->tab = node.name->ends_with(" Tab");
+    announce_standing(view, dnode, node);
     dnode.box->setCursor(Qt::PointingHandCursor);
     if (!node.text->empty())
         add_caption(dnode, node);
@@ -205,6 +214,8 @@ void update_box(ViewState& view, DNode& dnode, const RenderNode& node) {
         update_label(dnode, node);
     if (dnode.kind == NodeKind::CheckBox)
         dnode.box->set_checked(view.app->is_checked(node.path));
+    if (dnode.box->on_click)
+        announce_standing(view, dnode, node);
     apply_fixed_size(dnode.widget, node.style);
 }
 

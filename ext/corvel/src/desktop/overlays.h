@@ -34,6 +34,9 @@ void close_modal(ViewState& view, const std::string& path);
 /// Opens those that waited for the root to be shown.
 void open_waiting_modals(ViewState& view);
 /// Fits the scrims to the root.
+/// Gives each dialog's window the title that the dialog shows, for those who do not see it.
+void name_modals(ViewState& view);
+
 void resize_scrims(ViewState& view);
 
 } // namespace Corvel

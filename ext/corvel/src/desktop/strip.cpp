@@ -1,6 +1,7 @@
 #include "desktop/strip.h"
 
 #include "desktop/desktop_view_p.h"
+#include "desktop/focus.h"
 #include "desktop/widgets/root_container.h"
 #include "runtime/corvel_app.h"
 
@@ -55,6 +56,8 @@ void reveal_active_children(ViewState& view) {
         if (!child || *child->path == shown)
             continue;
         shown = *child->path;
+        // Other things are on the screen now: what is typed blindly must not go into them.
+        leave_fields(view, *strip);
         // The child gets its place when the layout has run.
         QTimer::singleShot(0, strip, [strip = strip, outer = QPointer<QWidget>(child->outer)] {
             if (outer)

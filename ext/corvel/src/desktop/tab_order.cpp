@@ -5,12 +5,14 @@
 #include "desktop/widgets/editor_widget.h"
 #include "desktop/widgets/markdown_widget.h"
 #include "desktop/widgets/root_container.h"
+#include "desktop/widgets/vbox_widget.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTextEdit>
 
+#include <algorithm>
 #include <vector>
 
 namespace Corvel {
@@ -24,6 +26,8 @@ void add_field(const DNode& dnode, Fields& fields) {
         fields.push_back(dnode.combo->combo);
     if (dnode.markdown)
         fields.push_back(dnode.markdown);
+    if (dnode.box && dnode.box->focusPolicy() != Qt::NoFocus)
+        fields.push_back(dnode.box);
     if (!dnode.editor)
         return;
     fields.push_back(dnode.editor->line_edit);
@@ -45,15 +49,36 @@ void add_layout(const ViewState& view, const QBoxLayout& layout, Fields& fields)
     }
 }
 
-void chain(const Fields& fields) {
+void chain(QWidget* window, const Fields& fields) {
+    if (fields.empty())
+        return;
+    // From the window itself, which has the focus when no control has, Tab goes to the first one.
+    // Qt takes a window into the order only while it looks like a control.
+    window->setFocusPolicy(Qt::TabFocus);
+    QWidget::setTabOrder(window, fields.front());
+    window->setFocusPolicy(Qt::NoFocus);
     for (std::size_t next = 1; next < fields.size(); ++next)
         QWidget::setTabOrder(fields[next - 1], fields[next]);
 }
 
 } // namespace
 
+QWidget* first_field(const ViewState& view, const DNode& top) {
+    Fields fields;
+    if (top.layout)
+        add_layout(view, *top.layout, fields);
+    const auto takes_input = [&top](QWidget* field) {
+        const auto* text = qobject_cast<QTextEdit*>(field);
+        return field->isVisibleTo(top.widget) && !(text && text->isReadOnly()) &&
+               (text || qobject_cast<QLineEdit*>(field) || qobject_cast<QComboBox*>(field));
+    };
+    const auto first = std::ranges::find_if(fields, takes_input);
+    return first == fields.end() ? nullptr : *first;
+}
+
 void renew_tab_order(ViewState& view) {
-    if (!view.tab_order_stale)
+    // One walk when all of a long list is there, not one for each part of it.
+    if (!view.tab_order_stale || !view.queue.later.empty())
         return;
     view.tab_order_stale = false;
     Fields fields;
@@ -67,13 +92,14 @@ void renew_tab_order(ViewState& view) {
         if (dnode->layout)
             add_layout(view, *dnode->layout, fields);
     }
-    chain(fields);
+    chain(view.root, fields);
     for (const auto& [path, modal] : view.overlays.modals) {
         Fields inside;
         const DNode* dnode = view.find(path);
         if (dnode && dnode->layout)
             add_layout(view, *dnode->layout, inside);
-        chain(inside);
+        if (modal.window)
+            chain(modal.window, inside);
     }
 }
 

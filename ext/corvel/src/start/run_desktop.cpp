@@ -18,6 +18,8 @@
 #include "start/window_icon.h"
 
 #include <QApplication>
+#include <QFont>
+#include <QFontDatabase>
 #include <QWidget>
 
 #include <algorithm>
@@ -80,6 +82,16 @@ void set_asset_directories(const DesktopAppConfig& config) {
     set_media_dirs(config.media_roots);
 }
 
+/// The typeface that the interface was drawn for, where it is installed.
+void choose_typeface() {
+    const QString family = QStringLiteral("Inter");
+    if (!QFontDatabase::hasFamily(family))
+        return;
+    QFont font = QApplication::font();
+    font.setFamily(family);
+    QApplication::setFont(font);
+}
+
 void set_window_icon(const DesktopAppConfig& config) {
     if (config.icon.empty())
         return;
@@ -122,6 +134,8 @@ int run_desktop(int argc, char** argv, const DesktopAppConfig& given) {
     // QApplication takes the locale of the environment; a decimal comma would break every number
     // that the styles, themes and images hold.
     std::setlocale(LC_NUMERIC, "C");
+
+    choose_typeface();
 
     DesktopAppConfig config = given;
     resolve_asset_roots(config);

@@ -1,5 +1,7 @@
 #include "desktop/widgets/combo_widget.h"
 
+#include "desktop/widgets/combo_list.h"
+#include "desktop/widgets/focus_ring.h"
 #include "desktop/widgets/painting.h"
 #include "desktop/widgets/sizing.h"
 #include "desktop/widgets/style_sheet.h"
@@ -7,7 +9,8 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
-#include <QEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPen>
@@ -32,7 +35,8 @@ QString plain_color(const Fill& fill) {
 QString sheet_for(const NodeStyle& style, const QString& text_color) {
     QString sheet = QLatin1String("QComboBox { background: transparent; border: none;") +
                     color_rule(text_color) +
-                    QLatin1String(" } QComboBox::drop-down { border: none; width: 0px; }");
+                    QLatin1String(" } QComboBox::drop-down { border: none; width: 0px; }"
+                                  " QComboBox { combobox-popup: 0; }");
     const QString background = plain_color(style.fill);
     if (background.isEmpty() || QColor::fromString(background).alpha() == 0)
         return sheet;
@@ -47,10 +51,9 @@ QString sheet_for(const NodeStyle& style, const QString& text_color) {
 
 ComboWidget::ComboWidget(QWidget* parent)
     : VBoxWidget(parent)
-    , combo(new QComboBox(this)) {
+    , combo(new ListCombo(this)) {
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     combo->setCursor(Qt::PointingHandCursor);
-    // A wheel turn must not give the focus, or the filter below would let it through.
     combo->setFocusPolicy(Qt::StrongFocus);
     combo->installEventFilter(this);
     connect(combo, &QComboBox::activated, this, [this](int index) {
@@ -63,15 +66,48 @@ ComboWidget::ComboWidget(QWidget* parent)
 ComboWidget::~ComboWidget() = default;
 
 bool ComboWidget::eventFilter(QObject* watched, QEvent* event) {
-    // Turning the wheel scrolls the panel, whatever list happens to pass under the pointer.
-    if (watched == combo && event->type() == QEvent::Wheel && !combo->hasFocus()) {
+    if (watched != combo)
+        return VBoxWidget::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::Wheel:
+        // Turning the wheel scrolls the panel, whatever list happens to pass under the pointer.
+        event->ignore();
+        return true;
+    case QEvent::KeyPress:
+        return take_key(static_cast<QKeyEvent*>(event));
+    case QEvent::FocusIn: {
+        show_ring(true);
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+            scroll_into_view(this);
+        break;
+    }
+    case QEvent::FocusOut:
+        show_ring(static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason);
+        break;
+    case QEvent::Resize:
+        // The control shrinks itself to its contents some time after these have changed.
+        lay_out();
+        break;
+    default:
+        break;
+    }
+    return VBoxWidget::eventFilter(watched, event);
+}
+
+/// Return opens the list as Space does. What is held with Ctrl is meant for the window, not for the
+/// search by first letters.
+bool ComboWidget::take_key(QKeyEvent* event) {
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
         event->ignore();
         return true;
     }
-    // The control shrinks itself to its contents some time after these have changed.
-    if (watched == combo && event->type() == QEvent::Resize)
-        lay_out();
-    return VBoxWidget::eventFilter(watched, event);
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return false;
+    event->accept();
+    if (!event->isAutoRepeat())
+        combo->showPopup();
+    return true;
 }
 
 void ComboWidget::show_value(const std::string& value) {

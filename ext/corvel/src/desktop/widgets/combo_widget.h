@@ -10,6 +10,7 @@
 #include <vector>
 
 class QComboBox;
+class QKeyEvent;
 
 namespace Corvel {
 
@@ -43,6 +44,7 @@ private:
     friend void apply_combo_style(ComboWidget*, const SharedStyle&, const std::vector<ComboItem>&,
                                   const std::string&);
     void lay_out();
+    bool take_key(QKeyEvent* event);
 };
 
 /// Brings the box up to its node. Items that did not change are not rebuilt, which keeps an open

@@ -25,6 +25,8 @@ namespace {
 constexpr double DEFAULT_FONT_SIZE = 14.0;
 constexpr double SMALLEST_LABEL_SIZE = 9.0;
 constexpr double PREFIX_OPACITY = 0.5;
+/// A line of text keeps so much free before its first letter; the label above it does the same.
+constexpr int CONTROL_MARGIN = 2;
 
 QMargins insets_of(const NodeStyle& style) {
     const int border = whole_pixels(style.border_thickness);
@@ -116,6 +118,7 @@ void EditorWidget::style_line(const QString& placeholder) {
     line_edit->setFont(control_font());
     line_edit->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
     floating_label->setText(placeholder);
+    floating_label->setIndent(CONTROL_MARGIN);
 }
 
 void EditorWidget::style_prefix() {

@@ -1,5 +1,6 @@
 #include "desktop/widgets/editor_widget.h"
 
+#include "desktop/widgets/focus_ring.h"
 #include "desktop/widgets/icon_widget.h"
 #include "desktop/widgets/sizing.h"
 
@@ -45,7 +46,10 @@ EditorWidget::EditorWidget(QWidget* parent)
     label_animation->setEasingCurve(QEasingCurve::InOutCubic);
     connect(label_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { place_label(value.toDouble()); });
-    connect(line_edit, &QLineEdit::textEdited, this, [this](const QString& text) {
+    // Assistive programs set the text, which is no edit to the control; our own is known already.
+    connect(line_edit, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (text == known_text_)
+            return;
         const QPointer<EditorWidget> self(this);
         report_edit(text);
         if (self)
@@ -62,6 +66,9 @@ void EditorWidget::ensure_text_edit() {
         return;
     text_edit = new QTextEdit(this);
     text_edit->setFrameStyle(QFrame::NoFrame);
+    // The keyboard must be able to leave.
+    text_edit->setTabChangesFocus(true);
+    text_edit->installEventFilter(this);
     text_edit->setAcceptRichText(false);
     text_edit->setLineWrapMode(QTextEdit::WidgetWidth);
     text_edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -88,6 +95,11 @@ void EditorWidget::keep_to_tail() {
 }
 
 bool EditorWidget::eventFilter(QObject* watched, QEvent* event) {
+    const bool control = watched == line_edit || watched == text_edit;
+    if (control && event->type() == QEvent::FocusIn)
+        take_ring(static_cast<QFocusEvent*>(event)->reason());
+    else if (control && event->type() == QEvent::FocusOut)
+        show_ring(false);
     if (watched == line_edit && event->type() == QEvent::FocusIn) {
         update_label(true);
     } else if (watched == line_edit && event->type() == QEvent::FocusOut) {
@@ -100,6 +112,12 @@ bool EditorWidget::eventFilter(QObject* watched, QEvent* event) {
         update_label(true);
     }
     return VBoxWidget::eventFilter(watched, event);
+}
+
+void EditorWidget::take_ring(Qt::FocusReason reason) {
+    show_ring(true);
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+        scroll_into_view(this);
 }
 
 void EditorWidget::mousePressEvent(QMouseEvent* event) {

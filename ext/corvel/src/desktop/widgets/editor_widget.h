@@ -80,6 +80,7 @@ private:
     void report_edit(const QString& text);
     void restore_if_emptied();
     void keep_to_tail();
+    void take_ring(Qt::FocusReason reason);
     QFont control_font() const;
     QColor text_color() const;
     QRect content_rect() const;

@@ -1,12 +1,17 @@
 #include "desktop/widgets/vbox_widget.h"
 
 #include "desktop/widgets/accessible_box.h"
+#include "desktop/widgets/focus_ring.h"
 #include "desktop/widgets/painting.h"
 
 #include <QAccessible>
+#include <QFocusEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPen>
+#include <QToolTip>
 #include <QWindow>
 
 namespace Corvel {
@@ -41,6 +46,20 @@ Qt::CursorShape cursor_for(Qt::Edges edges) {
     return Qt::ArrowCursor;
 }
 
+void tell_change(VBoxWidget* box, const QAccessible::State& changed) {
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleStateChangeEvent event(box, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+bool is_press_key(const QKeyEvent& event) {
+    const bool plain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    const int key = event.key();
+    return plain && (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter ||
+                     key == Qt::Key_Select);
+}
+
 } // namespace
 
 VBoxWidget::VBoxWidget(QWidget* parent)
@@ -66,18 +85,70 @@ void VBoxWidget::set_checked(bool on) {
     if (checked == on)
         return;
     checked = on;
-    if (!QAccessible::isActive())
-        return;
     QAccessible::State changed;
     changed.checked = true;
-    QAccessibleStateChangeEvent event(this, changed);
-    QAccessible::updateAccessibility(&event);
+    tell_change(this, changed);
+}
+
+void VBoxWidget::set_standing(bool is_selected, bool is_disabled) {
+    if (selected == is_selected && disabled == is_disabled)
+        return;
+    QAccessible::State changed;
+    changed.selected = selected != is_selected;
+    changed.disabled = disabled != is_disabled;
+    selected = is_selected;
+    disabled = is_disabled;
+    tell_change(this, changed);
+}
+
+void VBoxWidget::set_pressable() {
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void VBoxWidget::show_ring(bool on) {
+    if (on && !ring_) {
+        ring_ = new FocusRing(this);
+    } else if (ring_) {
+        ring_->setVisible(on);
+        ring_->raise();
+    }
 }
 
 void VBoxWidget::click() {
     // The handler may replace itself, or be the end of this widget.
     if (const auto handler = on_click)
         handler();
+}
+
+bool VBoxWidget::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && on_click) {
+        const QString words = words_of_wordless(*this);
+        if (!words.isEmpty()) {
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), words, this);
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+void VBoxWidget::keyPressEvent(QKeyEvent* event) {
+    if (!on_click || !hasFocus() || !is_press_key(*event))
+        return QWidget::keyPressEvent(event);
+    event->accept();
+    if (!event->isAutoRepeat())
+        click();
+}
+
+void VBoxWidget::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    show_ring(true);
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason)
+        scroll_into_view(this);
+}
+
+void VBoxWidget::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    show_ring(false);
 }
 
 void VBoxWidget::mousePressEvent(QMouseEvent* event) {
@@ -138,6 +209,8 @@ void VBoxWidget::paintEvent(QPaintEvent*) {
 
 void VBoxWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    if (ring_)
+        ring_->setGeometry(rect());
     if (const auto handler = on_resize)
         handler();
 }

@@ -6,12 +6,44 @@
 #include <QColor>
 #include <QFont>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QMargins>
+#include <QPainter>
 #include <QPalette>
+#include <QTextLayout>
+#include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace Corvel {
+
+namespace {
+
+/// No wrapped label needs more than this to show all of its text, in pixels.
+constexpr int SMALLEST_WIDTH = 64;
+
+QString with_line_separators(QString text) {
+    return text.replace(QLatin1Char('\n'), QChar(QChar::LineSeparator));
+}
+
+/// Lays the text out in lines of that width and returns their height.
+int break_lines(QTextLayout& layout, int width) {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    double height = 0;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(std::max(width, 1));
+        line.setPosition(QPointF(0, height));
+        height += line.height();
+    }
+    layout.endLayout();
+    return int(std::ceil(height));
+}
+
+} // namespace
 
 WrapLabel::WrapLabel(QWidget* parent)
     : QLabel(parent) {
@@ -24,18 +56,69 @@ WrapLabel::~WrapLabel() = default;
 QSize WrapLabel::sizeHint() const {
     if (!wordWrap())
         return QLabel::sizeHint();
-    ensurePolished();
-    if (measured_text_ != text() || measured_font_ != font()) {
-        measured_text_ = text();
-        measured_font_ = font();
-        line_size_ = fontMetrics().size(Qt::TextSingleLine, measured_text_);
-    }
+    measure();
     const QMargins contents = contentsMargins();
     return line_size_ + QSize(2 * margin() + contents.left() + contents.right(),
                               2 * margin() + contents.top() + contents.bottom());
 }
 
+void WrapLabel::measure() const {
+    ensurePolished();
+    if (measured_text_ == text() && measured_font_ == font())
+        return;
+    measured_text_ = text();
+    measured_font_ = font();
+    line_size_ = fontMetrics().size(Qt::TextSingleLine, measured_text_);
+    word_width_ = QLabel::minimumSizeHint().width();
+}
+
+QSize WrapLabel::minimumSizeHint() const {
+    const QSize size = QLabel::minimumSizeHint();
+    return wordWrap() ? QSize(std::min(size.width(), SMALLEST_WIDTH), size.height()) : size;
+}
+
+bool WrapLabel::breaks_words(int width) const {
+    if (!wordWrap())
+        return false;
+    measure();
+    return width < word_width_;
+}
+
+bool WrapLabel::is_elided() const {
+    return !wordWrap() && !text().contains(QLatin1Char('\n')) &&
+           fontMetrics().horizontalAdvance(text()) > contentsRect().width() + 1;
+}
+
+bool WrapLabel::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && is_elided()) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+void WrapLabel::paintEvent(QPaintEvent* event) {
+    const QRect room = contentsRect();
+    const bool broken = breaks_words(room.width());
+    if (!broken && !is_elided())
+        return QLabel::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    if (broken) {
+        QTextLayout lines(with_line_separators(text()), font());
+        const int height = break_lines(lines, room.width());
+        lines.draw(&painter, QPointF(room.left(), room.top() + (room.height() - height) / 2));
+        return;
+    }
+    painter.drawText(room, int(alignment()) | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+}
+
 int WrapLabel::heightForWidth(int width) const {
+    if (breaks_words(width)) {
+        QTextLayout lines(with_line_separators(text()), font());
+        return break_lines(lines, width);
+    }
     if (wordWrap() && !text().contains(QLatin1Char('\n'))) {
         const QSize line = sizeHint();
         if (width >= line.width())

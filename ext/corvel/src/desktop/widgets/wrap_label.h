@@ -11,7 +11,9 @@
 
 namespace Corvel {
 
-/// A plain-text label that asks for its text on one line and is wrapped by its layout.
+/// A plain-text label that asks for its text on one line and is wrapped by its layout: between
+/// words, and within a word that is longer than the line. One that does not wrap ends in an
+/// ellipsis where its room does, and tells the whole text in a tool tip.
 class WrapLabel : public QLabel {
     Q_OBJECT
 public:
@@ -19,6 +21,7 @@ public:
     ~WrapLabel() override;
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     /// Layouts ask it time and again, and most texts fit on one line, which is measured once.
     int heightForWidth(int width) const override;
 
@@ -31,8 +34,18 @@ public:
     QString color;
     double opacity = 1.0;
 
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
 private:
-    mutable QSize line_size_; ///< of `measured_text_` on one line in `measured_font_`
+    void measure() const;
+    bool is_elided() const;
+    /// Whether a word is too long for a line of that width.
+    bool breaks_words(int width) const;
+
+    mutable int word_width_ = 0; ///< of the longest word of `measured_text_`
+    mutable QSize line_size_;    ///< of `measured_text_` on one line in `measured_font_`
     mutable QString measured_text_;
     mutable QFont measured_font_;
 };
