@@ -64,11 +64,11 @@ void apply_box_style(DNode& dnode, const NodeStyle& style) {
     dnode.arrangement.inset = border;
     dnode.arrangement.inset_bottom = gap(border + whole_pixels(style.padding_bottom));
     dnode.layout->setDirection(qt_direction(direction));
-    dnode.layout->setContentsMargins(gap(whole_pixels(style.padding_left) + border),
-                                     gap(whole_pixels(style.padding_top) + border),
-                                     gap(whole_pixels(style.padding_right) + border),
-                                     dnode.arrangement.inset_bottom +
-                                         dnode.arrangement.reserved_bottom);
+    dnode.layout->setContentsMargins(
+        gap(whole_pixels(style.padding_left) + border),
+        gap(whole_pixels(style.padding_top) + border),
+        gap(whole_pixels(style.padding_right) + border - bar_room(style)),
+        dnode.arrangement.inset_bottom + dnode.arrangement.reserved_bottom);
     if (dnode.layout->spacing() != spacing)
         dnode.layout->setSpacing(spacing);
 }

@@ -50,11 +50,17 @@ void add_themed_bar(ViewState& view, QScrollBar* bar) {
     });
 }
 
+constexpr int BAR_WIDTH = 10; ///< as the bars' style sheet has it
+
 Qt::ScrollBarPolicy policy_of(bool used) {
     return used ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
 }
 
 } // namespace
+
+int bar_room(const NodeStyle& style) {
+    return style.layout_scroll == "Vertical" && style.padding_right >= BAR_WIDTH ? BAR_WIDTH : 0;
+}
 
 QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style) {
     const bool both = style.layout_scroll == "Both";
@@ -68,7 +74,8 @@ QWidget* make_scroll_host(ViewState& view, DNode& dnode, const NodeStyle& style)
     // A press on a button in the area must not take the focus from the field being edited.
     area->setFocusPolicy(Qt::NoFocus);
     area->viewport()->setAutoFillBackground(false);
-    area->setVerticalScrollBarPolicy(policy_of(upright));
+    area->setVerticalScrollBarPolicy(bar_room(style) > 0 ? Qt::ScrollBarAlwaysOn
+                                                         : policy_of(upright));
     area->setHorizontalScrollBarPolicy(policy_of(sideways));
     add_themed_bar(view, area->verticalScrollBar());
     add_themed_bar(view, area->horizontalScrollBar());

@@ -31,6 +31,7 @@ void style_scroll_bar(QScrollBar* bar, const QColor& color) {
         "QScrollBar { background: transparent; border: none; margin: 0px; }"
         " QScrollBar:vertical { width: 10px; } QScrollBar:horizontal { height: 10px; }"
         " QScrollBar::handle { background: %1; border-radius: 3px; margin: 2px; }"
+        " QScrollBar::handle:disabled { background: transparent; }"
         " QScrollBar::handle:vertical { min-height: 28px; }"
         " QScrollBar::handle:horizontal { min-width: 28px; }"
         " QScrollBar::handle:hover, QScrollBar::handle:pressed { background: %2; }"
