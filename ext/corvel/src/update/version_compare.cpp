@@ -1,10 +1,9 @@
 #include "update/update_check.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
 #include <string>
-#include <system_error>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Corvel {
@@ -43,18 +42,15 @@ bool is_numeric(std::string_view part) {
            std::all_of(part.begin(), part.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// A numeric part as a number, the largest one where it does not fit; 0 for any other part.
-std::int64_t number_of(std::string_view part) {
-    if (!is_numeric(part))
-        return 0;
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), value);
-    return error == std::errc::result_out_of_range ? INT64_MAX : value;
-}
+/// A numeric part of any length in a form that compares as the number does: by the count of digits,
+/// then by the digits. 0 for any other part.
+using Number = std::pair<std::size_t, std::string_view>;
 
-/// A part of a version's core: a 32-bit number.
-std::int32_t core_number(std::string_view part) {
-    return static_cast<std::int32_t>(std::min<std::int64_t>(number_of(part), INT32_MAX));
+Number number_of(std::string_view part) {
+    if (!is_numeric(part))
+        return {};
+    part.remove_prefix(std::min(part.find_first_not_of('0'), part.size()));
+    return {part.size(), part};
 }
 
 /// Above 0 if `a` is greater, 0 if equal, below 0 if less.
@@ -66,8 +62,8 @@ int order(const Value& a, const Value& b) {
 int compare_cores(const Version& a, const Version& b) {
     const std::size_t length = std::max(a.core.size(), b.core.size());
     for (std::size_t i = 0; i < length; ++i) {
-        const std::int32_t left = i < a.core.size() ? core_number(a.core[i]) : 0;
-        const std::int32_t right = i < b.core.size() ? core_number(b.core[i]) : 0;
+        const Number left = i < a.core.size() ? number_of(a.core[i]) : Number();
+        const Number right = i < b.core.size() ? number_of(b.core[i]) : Number();
         if (left != right)
             return order(left, right);
     }
