@@ -24,19 +24,54 @@ void withdraw_offer(const AppContext& context, TextKeeper& keeper) {
     show_buttons(context, keeper);
 }
 
+/// Takes the offered text. Unsaved text that was on screen is offered in its place.
 void restore(const Context& context, TextKeeper& keeper) {
-    if (const auto kept = std::exchange(keeper.offered, std::nullopt)) {
-        fill_editor(context->app, keeper.editor_path, kept->text);
-        keeper.begun_on = kept->begun_on;
-    }
+    if (!keeper.offered)
+        return;
+    const KeptText kept = *keeper.offered;
+    keep_now(*context, keeper);
+    if (is_unsaved(*context, keeper))
+        keeper.offered = find_kept_text(kept_folder(*context), keeper.file);
+    else
+        keeper.offered.reset();
+    fill_editor(context->app, keeper.editor_path, kept.text);
+    keeper.begun_on = kept.begun_on;
     show_buttons(*context, keeper);
     keep_later(context, keeper);
 }
 
+/// Whether the text kept last is the one that is offered, not the one on screen.
+bool offers_last(const AppContext& context, const TextKeeper& keeper) {
+    const auto last = find_kept_text(kept_folder(context), keeper.file);
+    return keeper.offered && last && last->text == keeper.offered->text;
+}
+
+/// Drops what is kept of the text on screen.
+void drop_typed(const AppContext& context, const TextKeeper& keeper) {
+    if (!offers_last(context, keeper))
+        drop_kept_text(kept_folder(context), keeper.file);
+}
+
+/// Offers what was kept of a file before. What it holds by now need not be kept.
+void offer_kept(const AppContext& context, TextKeeper& keeper) {
+    const std::string folder = kept_folder(context);
+    keeper.offered.reset();
+    if (!keeper.file.empty())
+        keeper.offered = find_kept_text(folder, keeper.file);
+    while (keeper.offered && keeper.offered->text == keeper.baseline) {
+        drop_kept_text(folder, keeper.file);
+        keeper.offered = find_kept_text(folder, keeper.file);
+    }
+    show_buttons(context, keeper);
+}
+
 void give_up(const Context& context, TextKeeper& keeper) {
-    withdraw_offer(*context, keeper);
-    if (!is_unsaved(*context, keeper))
-        drop_kept_text(kept_folder(*context), keeper.file);
+    if (keeper.offered)
+        drop_kept_text(kept_folder(*context), keeper.file, keeper.offered->text);
+    if (is_unsaved(*context, keeper))
+        withdraw_offer(*context, keeper);
+    else
+        offer_kept(*context, keeper);
 }
 
 } // namespace
@@ -63,14 +98,7 @@ void start_keeping(const AppContext& context, TextKeeper& keeper, const std::str
     keeper.file = file;
     keeper.baseline = baseline;
     keeper.begun_on = baseline;
-    keeper.offered.reset();
-    if (!file.empty())
-        keeper.offered = find_kept_text(kept_folder(context), file);
-    if (keeper.offered && keeper.offered->text == baseline) {
-        drop_kept_text(kept_folder(context), file);
-        keeper.offered.reset();
-    }
-    show_buttons(context, keeper);
+    offer_kept(context, keeper);
 }
 
 void go_on_keeping(const AppContext& context, TextKeeper& keeper, const std::string& begun_on) {
@@ -94,8 +122,8 @@ void keep_later(const Context& context, TextKeeper& keeper) {
     context->app.run_after(KEEP_DELAY_MS, [context, &keeper, generation] {
         if (generation != keeper.generation)
             return;
-        if (!is_unsaved(*context, keeper) && !keeper.offered)
-            drop_kept_text(kept_folder(*context), keeper.file);
+        if (!is_unsaved(*context, keeper))
+            drop_typed(*context, keeper);
         keep_now(*context, keeper);
     });
 }
@@ -103,12 +131,13 @@ void keep_later(const Context& context, TextKeeper& keeper) {
 void keep_now(const AppContext& context, const TextKeeper& keeper) {
     if (is_unsaved(context, keeper))
         keep_text(kept_folder(context), keeper.file, context.app.input_value(keeper.editor_path),
-                  keeper.begun_on);
+                  keeper.begun_on,
+                  offers_last(context, keeper) ? KeptBefore::Stays : KeptBefore::Replaced);
 }
 
 void stop_keeping(const AppContext& context, TextKeeper& keeper) {
     ++keeper.generation;
-    drop_kept_text(kept_folder(context), keeper.file);
+    drop_typed(context, keeper);
     withdraw_offer(context, keeper);
 }
 

@@ -49,6 +49,7 @@ void open_dialog(const Context& context, AddProjectState& state, const std::stri
 }
 
 void open_for_family(const Context& context, AddProjectState& state) {
+    flush_edits(context); // the slug and the name may be among them
     const Member* member = lead_member(active_config(*context).members);
     if (!member)
         return;

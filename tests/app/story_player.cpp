@@ -3,6 +3,7 @@
 #include "app_driver.h"
 #include "site/favicon.h"
 #include "site/json_file.h"
+#include "support/file_size_limit.h"
 #include "support/read_only.h"
 
 #include <gtest/gtest.h>
@@ -162,6 +163,8 @@ private:
         {"delete", [](auto& w) { std::filesystem::remove_all(w.path); }},
         {"read-only", [this](auto&) { read_only_.emplace(ui_.dir.path()); }},
         {"writable", [this](auto&) { read_only_.reset(); }},
+        {"full", [this](auto& w) { limit_.emplace(std::stoul(w.all)); }}, // bytes a file may have
+        {"room", [this](auto&) { limit_.reset(); }},
 
         {"start", [this](auto& w) { start(w.all); }},
         {"open", [this](auto& w) { ui_.open(ui_.dir / w.all); }},
@@ -259,6 +262,7 @@ private:
     AppDriver& ui_;
     StoryLine line_; ///< being played
     std::optional<ReadOnly> read_only_;
+    std::optional<FileSizeLimit> limit_;
     std::string generator_error_;
     std::string generated_;
 };
