@@ -2,7 +2,7 @@
 // lumenfoldSearch: a page opened from a folder can load nothing else. search_shards.h tells how
 // they are written. A file that does not come ends the search in silence.
 const root = new URL("..", script.src);
-const RECORDS_IN_FILE = 8;
+const PER_FILE = 8;
 const files = {};
 
 function load(name) {
@@ -129,10 +129,8 @@ function rank(found) {
             if (score > one.top) one.section = section;
             one.top = Math.max(score, one.top);
         }
-    const list = [...ranked.values()];
-    const most = Math.max(...list.map(({ words }) => words));
-    return list.filter(({ words }) => words === most)
-        .sort((a, b) => b.score - a.score);
+    return [...ranked.values()].sort((a, b) => b.words - a.words || b.score - a.score)
+        .filter(({ words }, i, list) => words === list[0].words);
 }
 
 // A text with the words that were looked for marked.
@@ -157,8 +155,8 @@ function excerpt(text, terms) {
 }
 
 async function show(result, terms) {
-    const file = await load("d" + Math.floor(result.entry / RECORDS_IN_FILE));
-    const [, title, project, versions, sections, older] = file[result.entry % RECORDS_IN_FILE];
+    const file = await load("d" + Math.floor(result.entry / PER_FILE));
+    const [, title, project, versions, sections, older] = file[result.entry % PER_FILE];
     const has = versions.filter((version, i) => (result.versions >> i) & 1);
     const shown = has.shift() || versions[0];
     const newest = shown === versions[0];
@@ -168,8 +166,8 @@ async function show(result, terms) {
     const add = (name, content) =>
         content && main.append(create("span", name, ...marked(content, terms)));
     add("heading", heading !== title && heading);
-    add("project", project && (older || !newest ? project + " " + shown[0] : project));
-    add("excerpt", [text, ...sections.map((section) => section[2])]
+    add("project", project && project + (older || !newest ? " " + shown[0] : ""));
+    add("excerpt", [text, ...sections.map(([, , one]) => one)]
         .map((one) => excerpt(one, terms)).find(Boolean) || text.slice(0, 140));
     const also = has.slice(0, 4).flatMap(([label, path]) => [" ", link([label], path)]);
     return create("li", "", main, ...(also.length ? [create("p", "also", words.also, ...also)] : []));
@@ -194,12 +192,16 @@ if (field) {
         const found = await Promise.all([...new Set(termsOf(text))].map((word) => find(word, index)));
         const terms = found.flatMap((one) => one.terms);
         const results = rank(found);
-        const items = await Promise.all(results.slice(0, own ? 12 : 7).map((one) => show(one, terms)));
-        if (turn !== last) return;
-        list.replaceChildren(...items);
-        status.textContent = ([words.none, words.one][results.length] || words.many)
-            .replace("%1", results.length || text);
-        panel.hidden = !text;
+        const items = results.slice(0, own ? 12 : 7).map((one) => show(one, terms));
+        // The first ones are shown before all have come.
+        for (const count of [2, items.length]) {
+            const shown = await Promise.all(items.slice(0, count));
+            if (turn !== last) return;
+            list.replaceChildren(...shown);
+            status.textContent = ([words.none, words.one][results.length] || words.many)
+                .replace("%1", results.length || text);
+            panel.hidden = !text;
+        }
     };
     on(field, "focus", () => {
         load("index");

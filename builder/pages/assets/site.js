@@ -22,9 +22,9 @@ function closeOutside(element, close) {
 // The colours: what the reader chooses here holds on all pages (see theme.js).
 for (const button of all(".theme-switch"))
     on(button, "click", () => {
-        const now = page.dataset.theme ||
-            (matchMedia("(prefers-color-scheme: dark)").matches ? "dark" : "light");
-        page.dataset.theme = now === "dark" ? "light" : "dark";
+        const chosen = page.dataset.theme;
+        const dark = chosen ? chosen === "dark" : matchMedia("(prefers-color-scheme: dark)").matches;
+        page.dataset.theme = dark ? "light" : "dark";
         try {
             localStorage.setItem("theme", page.dataset.theme);
         } catch {

@@ -84,7 +84,7 @@ TEST(Manual, IsBuiltWithoutAComplaint) {
     const TempDir folder;
     const std::string said = output_of(
         folder.path(), "mkdir copy\ncd '" SOURCE_ROOT "'\n"
-                       "cp -R .lumenfold README.md CONTRIBUTING.md docs '" +
+                       "cp -R .lumenfold *.md docs '" +
                            (folder / "copy").string() +
                            "'\ncd - >/dev/null\n'" LUMENFOLD_CLI
                            "' site build copy/docs --output made --strict --porcelain >lines || "
