@@ -25,11 +25,10 @@ namespace {
 
 constexpr int FLUSH_DELAY_MS = 500;
 
-void queue(const Context& context, PointerEdits& edits, const std::string& pointer,
-           const std::string& value) {
-    if (!anything_is_open(*context))
-        return;
+void queue(const Context& context, const std::string& file, PointerEdits& edits,
+           const std::string& pointer, const std::string& value) {
     edits[pointer] = value;
+    drop_waiting_edit(*context, file, pointer);
     flush_later(context);
 }
 
@@ -129,12 +128,14 @@ void flush_later(const Context& context) {
 }
 
 void queue_edit(const Context& context, const std::string& pointer, const std::string& value) {
-    queue(context, context->edits.pending, pointer, value);
+    if (anything_is_open(*context))
+        queue(context, context->edits.path, context->edits.pending, pointer, value);
 }
 
 void queue_manifest_edit(const Context& context, const std::string& pointer,
                          const std::string& value) {
-    queue(context, context->edits.manifest_pending, pointer, value);
+    if (anything_is_open(*context))
+        queue(context, shown_manifest(*context), context->edits.manifest_pending, pointer, value);
 }
 
 void flush_edits(const Context& context) {

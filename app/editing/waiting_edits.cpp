@@ -79,6 +79,12 @@ void resume_edits(const Context& context, const std::string& file, PointerEdits&
         tell_changed_list(context);
 }
 
+void drop_waiting_edit(AppContext& context, const std::string& file, const std::string& pointer) {
+    const auto [begin, end] = context.edits.waiting.equal_range(file);
+    for (auto edits = begin; edits != end; ++edits)
+        edits->second.edits.erase(pointer);
+}
+
 void drop_overtaken_edits(AppContext& context, const std::string& text) {
     const Json before = parse_or_empty(context.edits.text);
     const Json after = parse_or_empty(text);

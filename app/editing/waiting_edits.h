@@ -30,6 +30,9 @@ void put_manifest_edits_aside(const Context& context);
 void resume_edits(const Context& context, const std::string& file, PointerEdits& pending,
                   Json& document);
 
+/// Drops an edit that waits for a file, since the user typed anew.
+void drop_waiting_edit(AppContext& context, const std::string& file, const std::string& pointer);
+
 /// Drops the pending edits of texts that are others in `text`, by which the user replaces the
 /// configuration.
 void drop_overtaken_edits(AppContext& context, const std::string& text);
