@@ -35,9 +35,13 @@ std::optional<Json> parse_json(std::string_view text, JsonError* error) {
     return std::nullopt;
 }
 
-std::string describe_json_error(const JsonError& error, std::string_view text) {
+std::size_t json_error_line(const JsonError& error, std::string_view text) {
     const std::string_view before = text.substr(0, error.byte > 1 ? error.byte - 1 : 0);
-    const auto line = 1 + std::count(before.begin(), before.end(), '\n');
+    return 1 + static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+}
+
+std::string describe_json_error(const JsonError& error, std::string_view text) {
+    const std::size_t line = json_error_line(error, text);
     const std::size_t prefix = error.message.find(": ");
     return "Invalid JSON — line " + std::to_string(line) + ": " +
            error.message.substr(prefix == std::string::npos ? 0 : prefix + 2);

@@ -23,6 +23,9 @@ struct JsonError {
 /// recurse too far, and so does one with a NUL byte anywhere.
 std::optional<Json> parse_json(std::string_view text, JsonError* error = nullptr);
 
+/// The line of a `text` that does not parse at which the parser stopped, from 1.
+std::size_t json_error_line(const JsonError& error, std::string_view text);
+
 /// The words for a user on a `text` that does not parse: the line (from 1) and the parser's words
 /// without their prefix.
 std::string describe_json_error(const JsonError& error, std::string_view text);

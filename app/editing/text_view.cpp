@@ -38,6 +38,8 @@ void judge_text(const Context& context, const std::string& text) {
                    changed_beneath(*context) ? "Changed on disk" : "Unsaved changes");
     } else {
         set_status(context, TextStatus::Invalid, describe_json_error(error, text));
+        context->app.set_data(context->configurator->text_editor,
+                              std::to_string(json_error_line(error, text)));
     }
 }
 
@@ -116,6 +118,7 @@ void set_status(const Context& context, TextStatus status, const std::string& me
     context->app.set_text(configurator.status_message, message);
     configurator.invalid = status == TextStatus::Invalid;
     context->app.set_state(configurator.status_bar, "Invalid", configurator.invalid);
+    context->app.set_data(configurator.text_editor, ""); // the line at fault, if there is one
     configurator.save_disabled = status != TextStatus::Unsaved;
     context->app.set_state(configurator.save_button, "Disabled", configurator.save_disabled);
 }

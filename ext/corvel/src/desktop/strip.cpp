@@ -6,6 +6,7 @@
 #include "runtime/corvel_app.h"
 
 #include <QLayout>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
@@ -44,6 +45,20 @@ void StripArea::wheelEvent(QWheelEvent* event) {
     event->accept();
 }
 
+void StripArea::reveal(QWidget* child) {
+    shown_ = child;
+    QTimer::singleShot(0, this, [this] {
+        if (shown_)
+            ensureWidgetVisible(shown_, MARGIN, 0);
+    });
+}
+
+void StripArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    if (shown_ && event->size().width() < event->oldSize().width())
+        reveal(shown_);
+}
+
 void watch_strip(ViewState& view, QScrollArea* strip) {
     view.bars.strips.emplace(strip, std::string());
     QObject::connect(strip, &QObject::destroyed, view.root,
@@ -58,11 +73,7 @@ void reveal_active_children(ViewState& view) {
         shown = *child->path;
         // Other things are on the screen now: what is typed blindly must not go into them.
         leave_fields(view, *strip);
-        // The child gets its place when the layout has run.
-        QTimer::singleShot(0, strip, [strip = strip, outer = QPointer<QWidget>(child->outer)] {
-            if (outer)
-                strip->ensureWidgetVisible(outer, MARGIN, 0);
-        });
+        static_cast<StripArea*>(strip)->reveal(child->outer);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "desktop/widgets/code_edit.h"
 #include "desktop/widgets/editor_widget.h"
 #include "desktop/widgets/icon_widget.h"
 #include "desktop/widgets/painting.h"
@@ -99,6 +100,8 @@ void EditorWidget::style_lines(const QString& placeholder) {
     text_edit->setPlaceholderText(placeholder);
     text_edit->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
     set_placeholder_color(text_edit, text_color());
+    code_edit_->set_language(QString::fromStdString(style->tag), text_color());
+    code_edit_->mark_line(QString::fromStdString(style->data).toInt());
     style_scroll_bar(text_edit->verticalScrollBar(), text_color());
     style_scroll_bar(text_edit->horizontalScrollBar(), text_color());
 }

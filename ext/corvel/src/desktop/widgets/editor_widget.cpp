@@ -1,5 +1,6 @@
 #include "desktop/widgets/editor_widget.h"
 
+#include "desktop/widgets/code_edit.h"
 #include "desktop/widgets/focus_ring.h"
 #include "desktop/widgets/icon_widget.h"
 #include "desktop/widgets/sizing.h"
@@ -64,7 +65,8 @@ EditorWidget::~EditorWidget() {
 void EditorWidget::ensure_text_edit() {
     if (text_edit)
         return;
-    text_edit = new QTextEdit(this);
+    code_edit_ = new CodeEdit(this);
+    text_edit = code_edit_;
     text_edit->setFrameStyle(QFrame::NoFrame);
     // The keyboard must be able to leave.
     text_edit->setTabChangesFocus(true);

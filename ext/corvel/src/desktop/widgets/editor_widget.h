@@ -17,6 +17,7 @@ class QVariantAnimation;
 
 namespace Corvel {
 
+class CodeEdit;
 class IconWidget;
 
 /// A text field in a painted box: one line with a label that floats above the text, or many lines.
@@ -88,6 +89,7 @@ private:
     void place_label(double progress);
     void update_label(bool animated);
 
+    CodeEdit* code_edit_ = nullptr; ///< `text_edit` as what it is
     QString known_text_;  ///< what the control holds, as last shown by us or edited by the user
     bool at_tail_ = true; ///< a log: its end is in view
 };

@@ -75,6 +75,12 @@ TEST_F(ViewLayout, AStripShowsItsActiveChildAndFollowsTheWheel) {
     EXPECT_EQ(bar->value(), bar->maximum() - 120);
     activate("App/Strip/Tab 8", "App/Strip/Tab 0");
     EXPECT_EQ(bar->value(), 0);
+    activate("App/Strip/Tab 0", "App/Strip/Tab 5");
+    window->resize(150, 400);
+    settle();
+    settle();
+    const QRect tab = place("App/Strip/Tab 5");
+    EXPECT_TRUE(QRect(0, 0, 150, 400).contains(tab)) << tab.left() << " to " << tab.right();
 }
 
 } // namespace
