@@ -54,10 +54,14 @@ bool write_document(const Context& context, const std::string& file, Json& docum
 
 bool write_configuration(const Context& context, Json& document, bool& all_found) {
     EditState& state = context->edits;
+    const bool is_shown = shows_disk(*context);
     if (!write_document(context, state.path, document, state.pending, parse_or_empty(state.text),
                         all_found))
         return false;
-    take_written(context);
+    if (is_shown)
+        take_written(context);
+    else
+        reload_after_change(context); // what is on screen is not what the edits joined
     return true;
 }
 
@@ -99,9 +103,12 @@ void write_manifest(const Context& context, bool& all_found) {
         return;
     }
     const Json shown = {{"build", *context->project.manifest_build}};
-    if (write_document(context, file, manifest, context->edits.manifest_pending, shown, all_found))
-        context->project.manifest_build =
-            std::make_shared<const Json>(member_at(manifest, "build"));
+    const bool is_shown = member_at(manifest, "build") == shown.at("build");
+    if (!write_document(context, file, manifest, context->edits.manifest_pending, shown, all_found))
+        return;
+    context->project.manifest_build = std::make_shared<const Json>(member_at(manifest, "build"));
+    if (!is_shown)
+        reload_after_change(context);
 }
 
 /// An edit was meant for a record that is not in its place any more, and is dropped.

@@ -135,6 +135,10 @@ Json start_editing(const Context& context, const std::string& path) {
     return std::move(*document);
 }
 
+bool shows_disk(const AppContext& context) {
+    return read_text_file(path_from_utf8(context.edits.path)) == context.edits.text;
+}
+
 void take_written(const Context& context) {
     const std::filesystem::path file = path_from_utf8(context->edits.path);
     take_text(context, read_text_file(file).value_or(std::string()));

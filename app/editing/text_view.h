@@ -17,6 +17,10 @@ void set_status(const Context& context, TextStatus status, const std::string& me
 /// that could not be written yet, which are pending again; an empty object when it does not parse.
 Json start_editing(const Context& context, const std::string& path);
 
+/// The configuration's file holds what the panels were filled from. Else they must be filled again
+/// after it was written: their rows may stand for other records by now.
+bool shows_disk(const AppContext& context);
+
 /// Takes over what this program just wrote to the active configuration's file.
 void take_written(const Context& context);
 

@@ -4,6 +4,7 @@
 #include "app/context/build_state.h"
 #include "app/context/project_state.h"
 #include "app/editing/edit_queue.h"
+#include "app/editing/reload.h"
 #include "app/editing/text_view.h"
 #include "app/project_panels/versions_panel.h"
 #include "runtime/corvel_app.h"
@@ -19,31 +20,37 @@ bool is_real_directory(const std::filesystem::path& path) {
            std::filesystem::file_type::directory;
 }
 
-/// Shows what became of a change of the declared versions.
-void take_result(const Context& context, const Result& result) {
+/// Shows what became of a change of the declared versions, and of others' if the file held more
+/// than `was_shown`.
+void take_result(const Context& context, const Result& result, bool was_shown) {
     if (!result) {
         context->message_dialog.show("Couldn't Save", result.error());
-        return;
+    } else if (was_shown) {
+        take_written(context);
+        refresh_versions(context);
+    } else {
+        reload_after_change(context);
     }
-    take_written(context);
-    refresh_versions(context);
 }
 
 void include(const Context& context, const VersionRowUi& row) {
     flush_edits(context);
+    const bool is_shown = shows_disk(*context);
     take_result(context,
-                include_version(path_from_utf8(context->edits.path), row.tag_mm, row.released));
+                include_version(path_from_utf8(context->edits.path), row.tag_mm, row.released),
+                is_shown);
 }
 
 void exclude(const Context& context, const std::string& config_path, const std::string& tag_mm) {
     flush_edits(context);
+    const bool is_shown = shows_disk(*context);
     const std::filesystem::path config = path_from_utf8(config_path);
     const Result excluded = exclude_version(config, tag_mm);
     if (const auto output = version_output(config, tag_mm); excluded && output) {
         std::error_code ignored;
         std::filesystem::remove_all(*output, ignored);
     }
-    take_result(context, excluded);
+    take_result(context, excluded, is_shown);
 }
 
 } // namespace

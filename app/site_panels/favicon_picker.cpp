@@ -5,6 +5,7 @@
 #include "app/context/window_paths.h"
 #include "app/editing/edit_queue.h"
 #include "app/editing/editor_text.h"
+#include "app/editing/reload.h"
 #include "app/editing/saving.h"
 #include "app/editing/text_view.h"
 #include "app/forms/image_import.h"
@@ -122,8 +123,13 @@ void set_favicon_mode(const Context& context, bool from_logo) {
     if (!site || !edit_favicon_mode(*site, from_logo))
         return;
     const std::optional<std::string> text = dump_config(*site);
-    if (text && save_text(context, file, *text))
+    const bool is_shown = shows_disk(*context);
+    if (!text || !save_text(context, file, *text))
+        return;
+    if (is_shown)
         take_written(context);
+    else
+        reload_after_change(context);
 }
 
 std::string default_background(const Context& context, const Json& site) {

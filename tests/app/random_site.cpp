@@ -137,6 +137,8 @@ Look Site::look() const {
         if (is_configuration(file))
             if (const auto json = Lumenfold::parse_json(content))
                 collect(*json, file, file + "#", look);
+            else
+                look.all_parse = false;
     return look;
 }
 
@@ -227,10 +229,10 @@ std::string Site::disturb_list(const std::string& file, Json& json) {
     return "changes a list of " + file;
 }
 
-std::string Site::disturb() {
-    const std::vector<std::string> configurations = files(true);
-    const std::string file =
-        random_.one_in(3) ? random_.any_of(files(false)) : random_.any_of(configurations);
+std::string Site::disturb(const std::string& preferred) {
+    std::string file = random_.any_of(files(!random_.one_in(3)));
+    if (!preferred.empty() && fs::exists(at(preferred)) && random_.one_in(2))
+        file = preferred;
     if (random_.one_in(4))
         return restore();
     save_earlier(file);
@@ -266,7 +268,7 @@ void Site::claim(Json& value, const std::string& uid) {
     owners_[own] = own;
     for (const char* key : NAMING_KEYS)
         if (value.contains(key) && value[key].is_string())
-            owners_[value[key]] = own;
+            owners_.try_emplace(value[key], own); // a footer link has its policy's name
     if (!title.empty())
         owners_[title] = own;
     claim_children(value, own);

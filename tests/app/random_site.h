@@ -47,6 +47,7 @@ struct Look {
         std::string list;      ///< where it stands: the file and a JSON pointer
         Lumenfold::Json value; ///< without what is in it
     };
+    bool all_parse = true;                                 ///< the configurations
     std::map<std::string, std::string> files;              ///< by path; folders end in "/"
     std::map<std::string, Record> records;                 ///< by uid
     std::map<std::string, std::vector<std::string>> lists; ///< uids by place
@@ -62,8 +63,9 @@ public:
     std::vector<std::filesystem::path> to_open() const;
     Look look() const;
 
-    /// Changes, breaks, removes or restores some file; says what.
-    std::string disturb();
+    /// Changes, breaks, removes or restores some file, half of the time the preferred one; says
+    /// what.
+    std::string disturb(const std::string& preferred);
     /// Gives records that the application made their uids.
     void claim_new_records();
 

@@ -61,7 +61,7 @@ public:
         action_.clear();
         permission_ = {};
         before_ = site_.look();
-        if (!dialog().empty() && random_.one_in(4)) {
+        if (!dialog().empty() && random_.one_in(3)) {
             disturb_or_wait();
         } else if (!dialog().empty()) {
             use_something(dialog());
@@ -83,7 +83,7 @@ private:
 
     void disturb_or_wait() {
         if (random_.one_in(2)) {
-            action_ = "somebody: " + site_.disturb();
+            action_ = "somebody: " + site_.disturb(shown_file());
             disturbances_ += 1;
             before_ = site_.look(); // not the application's doing
             return;
@@ -94,6 +94,17 @@ private:
             app->on_activate();
         advance(wait);
         settled_ = wait >= 600;
+    }
+
+    /// The configuration that is edited; empty if none can be told.
+    std::string shown_file() {
+        if (shown("Config Pane/Site Configurator"))
+            return "site/.lumenfold-site";
+        const std::string slug = shown_project();
+        if (!shown("Config Pane/Project Configurator") || slug.empty())
+            return {};
+        return "site/projects/" + slug +
+               (shown("Panels/Topics Panel") ? "/src/.lumenfold" : "/.lumenfold-project");
     }
 
     void open_a_file() {
@@ -381,7 +392,8 @@ private:
                 continue; // what "Create" calls a file that has no name
             const auto typed = fields_.find({id, key});
             if (typed == fields_.end() || Json(typed->second) != value)
-                fail("changed: " + key + " of " + id + " to " + value.dump());
+                fail("changed: " + key + " of " + id + " to " + value.dump() + " in " +
+                     before.dump());
         }
         for (const auto& [key, value] : before.items())
             if (!now.contains(key))
@@ -459,7 +471,8 @@ private:
     }
 
     void check_fields(const Look& after) {
-        const bool settled = std::exchange(settled_, false);
+        // Edits of a manifest wait for their project's configuration too.
+        const bool settled = std::exchange(settled_, false) && after.all_parse;
         std::erase_if(pending_, [&](const auto& entry) {
             const auto& [place, disturbances] = entry;
             const auto record = after.records.find(place.first);
