@@ -133,12 +133,14 @@ std::vector<fs::path> Site::to_open() const {
 Look Site::look() const {
     Look look;
     look.files = file_tree(root_);
-    for (const auto& [file, content] : look.files)
-        if (is_configuration(file))
-            if (const auto json = Lumenfold::parse_json(content))
-                collect(*json, file, file + "#", look);
-            else
-                look.all_parse = false;
+    for (const auto& [file, content] : look.files) {
+        if (!is_configuration(file))
+            continue;
+        const auto json = Lumenfold::parse_json(content);
+        if (json)
+            collect(*json, file, file + "#", look);
+        look.all_parse = look.all_parse && json;
+    }
     return look;
 }
 
