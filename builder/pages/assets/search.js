@@ -2,16 +2,15 @@
 // lumenfoldSearch: a page opened from a folder can load nothing else. search_shards.h tells how
 // they are written. A file that does not come ends the search in silence.
 const root = new URL("..", script.src);
-const PER_FILE = 8;
 const files = {};
 
 function load(name) {
     const file = (files[name] ??= {});
     return (file.value ??= new Promise((done) => {
         file.done = done;
-        const element = create("script");
-        element.src = root + "search/" + name + ".js";
-        document.head.append(element);
+        const node = create("script");
+        node.src = root + "search/" + name + ".js";
+        document.head.append(node);
     }));
 }
 window.lumenfoldSearch = (name, value) =>
@@ -30,20 +29,20 @@ function readTerms(lines) {
 // The uses of a term: [entry, impact, section, versions], and in how many pages it is.
 function readUses(text) {
     let at = 0;
-    const number = () => {
+    const next = () => {
         for (let value = 0, place = 1; ; place *= 32) {
             const digit = text.charCodeAt(at++) - 48;
             value += (digit & 31) * place;
             if (digit < 32) return value;
         }
     };
-    const cut = text[0] === "!" && ++at && number();
+    const cut = text[0] === "!" && ++at && next();
     const list = [];
     for (let entry = 0; at < text.length; ) {
-        entry += number();
-        const impact = number();
-        const section = number();
-        list.push([entry, impact, section >> 1, section & 1 ? number() : 0]);
+        entry += next();
+        const impact = next();
+        const section = next();
+        list.push([entry, impact, section >> 1, section & 1 ? next() : 0]);
     }
     return { list, cut, pages: cut || list.length };
 }
@@ -55,14 +54,14 @@ const termsOf = (text) =>
         .map((word) => [...word].slice(0, 32).join(""));
 
 // All terms that begin so, from three files at most.
-async function termsFrom(kind, beginning) {
+async function termsFrom(kind, head) {
     const starts = (await load("index"))[kind].split(" ");
-    let at = Math.max(starts.findLastIndex((start) => start <= beginning), 0);
+    let at = Math.max(starts.findLastIndex((start) => start <= head), 0);
     const names = [];
     do names.push(kind + at);
-    while (names.length < 3 && starts[++at] < beginning + "\uffff");
+    while (names.length < 3 && starts[++at] < head + "\uffff");
     const lists = await Promise.all(names.map(load));
-    return lists.flat().filter(({ term }) => term.startsWith(beginning));
+    return lists.flat().filter(({ term }) => term.startsWith(head));
 }
 
 // Whether one letter added, left out, changed, or two swapped make one of the other.
@@ -155,8 +154,9 @@ function excerpt(text, terms) {
 }
 
 async function show(result, terms) {
-    const file = await load("d" + Math.floor(result.entry / PER_FILE));
-    const [, title, project, versions, sections, older] = file[result.entry % PER_FILE];
+    // Eight to a file.
+    const file = await load("d" + (result.entry >> 3));
+    const [, title, project, versions, sections, older] = file[result.entry & 7];
     const has = versions.filter((version, i) => (result.versions >> i) & 1);
     const shown = has.shift() || versions[0];
     const newest = shown === versions[0];
@@ -192,15 +192,18 @@ if (field) {
         const found = await Promise.all([...new Set(termsOf(text))].map((word) => find(word, index)));
         const terms = found.flatMap((one) => one.terms);
         const results = rank(found);
-        const items = results.slice(0, own ? 12 : 7).map((one) => show(one, terms));
-        // The first ones are shown before all have come.
-        for (const count of [2, items.length]) {
-            const shown = await Promise.all(items.slice(0, count));
+        // The first ones at once; the others, with their files, when no more is typed.
+        for (const count of [2, own ? 12 : 7]) {
+            const more = count > 2;
+            const items = await Promise.all(
+                results.slice(more && 2, count).map((one) => show(one, terms)));
             if (turn !== last) return;
-            list.replaceChildren(...shown);
+            list[more ? "append" : "replaceChildren"](...items);
             status.textContent = ([words.none, words.one][results.length] || words.many)
                 .replace("%1", results.length || text);
             panel.hidden = !text;
+            await new Promise((done) => setTimeout(done, 200));
+            if (turn !== last) return;
         }
     };
     on(field, "focus", () => {

@@ -7,10 +7,10 @@ const all = (selector) => [...document.querySelectorAll(selector)];
 const on = (target, event, action) => target.addEventListener(event, action);
 
 function create(tag, name, ...children) {
-    const element = document.createElement(tag);
-    if (name) element.className = name;
-    element.append(...children);
-    return element;
+    const node = document.createElement(tag);
+    if (name) node.className = name;
+    node.append(...children);
+    return node;
 }
 
 // What opens by hand closes when something else is clicked or gets the focus.
