@@ -15,10 +15,10 @@ namespace Lumenfold {
 namespace {
 
 void append_log(AppContext& context, const BuildRun& run, std::string_view line) {
-    std::string addition = run.log->empty() ? std::string() : std::string("\n");
-    addition += line;
-    *run.log += addition;
-    context.app.append_text(run.output_editor, addition);
+    if (*run.has_output)
+        context.app.append_text(run.output_editor, "\n");
+    context.app.append_text(run.output_editor, std::string(line));
+    *run.has_output = *run.has_output || !line.empty();
 }
 
 void take_line(AppContext& context, const BuildRun& run, const std::string& written) {
@@ -58,7 +58,7 @@ void start_build(const Context& context, BuildRun run) {
     context->build.running = true;
     refresh_build_buttons(*context);
     context->app.set_visible(run.busy_icon, true);
-    run.log->clear();
+    *run.has_output = false;
     context->app.set_text(run.output_editor, "");
     if (context->app.is_checked(run.advanced_checkbox))
         append_log(*context, run, run.log_prefix + " Config: " + run.config_path);

@@ -17,7 +17,7 @@ struct BuildRun {
     std::string output_editor;     ///< node path of the log
     std::string advanced_checkbox; ///< node path; asked for each line as it arrives
     std::string busy_icon;         ///< node path; shown while the builder runs
-    std::string* log = nullptr;    ///< the text of the log; in a record that the context holds
+    bool* has_output = nullptr;    ///< whether the log has text; in a record that the context holds
     /// Takes the line of a tag that only this panel knows; false for any other.
     std::function<bool(char tag, std::string_view text)> own_tag;
     /// Runs last, with `running` false again.

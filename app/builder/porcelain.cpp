@@ -1,17 +1,19 @@
 #include "app/builder/porcelain.h"
 
+#include <algorithm>
+
 namespace Lumenfold {
 
 std::string without_colours(std::string_view line) {
     std::string text;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line.substr(i, 2) != "\x1b[") {
-            text += line[i];
-            continue;
-        }
+    text.reserve(line.size());
+    for (std::size_t at = 0; at < line.size();) {
+        const std::size_t escape = std::min(line.find("\x1b[", at), line.size());
+        text += line.substr(at, escape - at);
         // Parameters lie between 0x20 and 0x3f; the byte behind them ends the sequence.
-        for (i += 2; i < line.size() && line[i] >= 0x20 && line[i] <= 0x3f;)
-            ++i;
+        for (at = escape + 2; at < line.size() && line[at] >= 0x20 && line[at] <= 0x3f;)
+            ++at;
+        ++at;
     }
     return text;
 }

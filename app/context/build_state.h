@@ -6,9 +6,9 @@ namespace Lumenfold {
 
 /// The builds of the site; there is one for the whole application.
 struct BuildState {
-    bool running = false; ///< a build of the site or of a project; one at a time
-    std::string log;      ///< the site build's output so far
-    std::string output;   ///< the built site's folder as the builder reported it
+    bool running = false;    ///< a build of the site or of a project; one at a time
+    bool has_output = false; ///< the log of the site build has text
+    std::string output;      ///< the built site's folder as the builder reported it
 };
 
 /// One version of a project as the builder lists it.

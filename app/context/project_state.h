@@ -33,7 +33,7 @@ struct DepRow {
 /// `fill_project_panels`, except where told otherwise.
 struct ProjectState {
     bool umbrella = false;             ///< the member is a family's overview
-    std::string log;                   ///< the project build's output so far; outlives a switch
+    bool build_has_output = false;     ///< the log of the build has text; outlives a switch
     std::size_t pending_count = 0;     ///< versions that wait for a build; by `set_pending_count`
     bool looking_for_versions = false; ///< no answer of the builder is known yet
     std::string source_path;           ///< the text of "build.source_path"; follows its field

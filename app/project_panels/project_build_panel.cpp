@@ -33,7 +33,7 @@ void build_project(const Context& context, const std::string& panel) {
     run.output_editor = panel + OUTPUT_EDITOR;
     run.advanced_checkbox = panel + ADVANCED_CHECKBOX;
     run.busy_icon = panel + BUSY_ICON;
-    run.log = &state.log;
+    run.has_output = &state.build_has_output;
     run.finished = [context] { refresh_versions(context); };
     start_build(context, std::move(run));
 }

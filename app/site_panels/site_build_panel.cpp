@@ -30,7 +30,7 @@ void build_site(const Context& context, const std::string& panel) {
     run.output_editor = panel + OUTPUT_EDITOR;
     run.advanced_checkbox = panel + ADVANCED_CHECKBOX;
     run.busy_icon = panel + BUSY_ICON;
-    run.log = &context->build.log;
+    run.has_output = &context->build.has_output;
     run.own_tag = [context](char tag, std::string_view text) {
         if (tag != 'O')
             return false;

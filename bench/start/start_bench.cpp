@@ -103,6 +103,7 @@ int run_application(int argc, char** argv) {
     config.framework_root = SOURCE_ROOT "/ext/corvel";
     config.style_dirs = {SOURCE_ROOT "/styles"};
     config.icon_dirs = {SOURCE_ROOT "/icons"};
+    config.icon = "logo_lumenfold.png";
     config.build = [](Corvel::CorvelApp& app) {
         watch_first_paint();
         Corvel::build_app(app);

@@ -42,9 +42,7 @@ void AppWindow::click(const std::string& node) {
 void AppWindow::type(const std::string& node, const std::string& text) {
     auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(node));
     ASSERT_NE(editor, nullptr) << node;
-    QWidget* field = editor->line_edit;
-    if (editor->multiline)
-        field = editor->text_edit;
+    QWidget* field = editor->control();
     field->setFocus();
     QTest::keySequence(field, QKeySequence::SelectAll);
     if (text.empty())
@@ -74,8 +72,7 @@ std::string AppWindow::text(const std::string& node) const {
     const auto* editor = qobject_cast<Corvel::EditorWidget*>(widget(node));
     if (!editor)
         return this->node(node).text;
-    return (editor->multiline ? editor->text_edit->toPlainText() : editor->line_edit->text())
-        .toStdString();
+    return editor->shown_text().toStdString();
 }
 
 void AppWindow::advance(int milliseconds) {

@@ -20,6 +20,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Corvel {
@@ -142,6 +144,44 @@ void catch_up(ViewState& view) {
     view.queue.catching_up = false;
 }
 
+bool lies_below(const std::string& path, const std::string& above) {
+    return path.size() > above.size() && path.starts_with(above) && path[above.size()] == '/';
+}
+
+/// Takes out of what was put off the nodes that go before they were made.
+void drop_doomed(ViewState& view, const std::vector<RenderPatch>& patches) {
+    std::unordered_set<const DNode*> doomed;
+    for (const RenderPatch& patch : patches)
+        if (patch.kind == PatchKind::Remove || patch.kind == PatchKind::Replace)
+            doomed.insert(view.find(patch.path));
+    doomed.erase(nullptr);
+    const auto goes = [&](const RenderPatch& waiting) {
+        const DNode* above = view.find(waiting.parent_path);
+        while (above && !doomed.contains(above))
+            above = above->parent;
+        return waiting.kind == PatchKind::Add && above;
+    };
+    if (!doomed.empty())
+        std::erase_if(view.queue.later, goes);
+}
+
+/// Whether patches concern a place where nodes are still to be made.
+bool meet_what_waits(const ViewState& view, const std::vector<RenderPatch>& patches) {
+    std::set<std::string> places;
+    for (const RenderPatch& waiting : view.queue.later) {
+        if (waiting.kind != PatchKind::Add)
+            return true;
+        places.insert(waiting.parent_path);
+    }
+    const auto meets = [&](const RenderPatch& patch) {
+        return std::any_of(places.begin(), places.end(), [&](const std::string& place) {
+            return patch.path == place || lies_below(patch.path, place) ||
+                   lies_below(place, patch.path);
+        });
+    };
+    return std::any_of(patches.begin(), patches.end(), meets);
+}
+
 void follow_width(ViewState& view, int width) {
     resize_scrims(view);
     const bool width_state = view.app->set_viewport_width(width);
@@ -215,8 +255,13 @@ void ViewState::apply(const std::vector<RenderPatch>& patches) {
     if (patches.empty()) {
         position_overlays(*this);
     } else {
-        catch_up(*this);
+        drop_doomed(*this, patches);
+        if (meet_what_waits(*this, patches))
+            catch_up(*this);
+        std::vector<RenderPatch> earlier = std::exchange(queue.later, {});
         apply_all(*this, patches);
+        queue.later.insert(queue.later.begin(), std::make_move_iterator(earlier.begin()),
+                           std::make_move_iterator(earlier.end()));
         schedule_later();
     }
     schedule_video_check(*this);
@@ -291,7 +336,15 @@ void DesktopView::schedule_render() {
     state_->schedule_render();
 }
 
+void DesktopView::finish() {
+    if (!state_->queue.applying)
+        catch_up(*state_);
+}
+
 QWidget* DesktopView::widget_at(const std::string& path) const {
+    // Whoever asks for a node of the tree finds it, also one that is still to be made.
+    if (!state_->find(path))
+        const_cast<DesktopView*>(this)->finish();
     const DNode* dnode = state_->find(path);
     return dnode ? dnode->widget : nullptr;
 }

@@ -41,6 +41,9 @@ public:
     /// render.
     void schedule_render();
 
+    /// Makes at once what a long list has left until it is painted.
+    void finish();
+
     /// The widget of a node without its margin and width wrappers, null if there is no such node.
     QWidget* widget_at(const std::string& path) const;
 

@@ -38,6 +38,7 @@ struct PatchQueue {
     std::size_t nodes_made = 0;                    ///< by the batch under way
     bool catching_up = false;                      ///< `later` is made without a pause
     std::vector<QPointer<QLayout>> paused_layouts; ///< laid out once, after the patches
+    std::unordered_set<DNode*> unbalanced;         ///< stretches are shared out anew, once as well
 };
 
 /// A top-level window and what dims the windows under it.

@@ -250,14 +250,14 @@ void rebalance_stretches(DNode& dnode) {
     dnode.arrangement.trailing_stretch = stretches.trailing;
 }
 
-void apply_stretch_in_parent(DNode& dnode) {
+void apply_stretch_in_parent(ViewState& view, DNode& dnode) {
     DNode* parent = dnode.parent;
     const int index = parent && parent->layout ? parent->layout->indexOf(dnode.outer) : -1;
     if (index < 0)
         return;
     parent->layout->setStretch(
         index, stretch_of(dnode.grow, parent->arrangement.is_row, container_of(dnode.outer)));
-    rebalance_stretches(*parent);
+    view.queue.unbalanced.insert(parent);
 }
 
 void append_child(DNode& parent, const DNode& child, const NodeStyle& style) {

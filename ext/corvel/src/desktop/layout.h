@@ -33,7 +33,7 @@ void update_box_layout(ViewState& view, DNode& dnode, const NodeStyle& style);
 /// Sets the stretches before and behind the children anew, from whether one of them grows.
 void rebalance_stretches(DNode& dnode);
 /// Gives the node its share in its parent's layout, if it stands there.
-void apply_stretch_in_parent(DNode& dnode);
+void apply_stretch_in_parent(ViewState& view, DNode& dnode);
 
 /// Puts a child behind the others of a box whose layout is being built.
 void append_child(DNode& parent, const DNode& child, const NodeStyle& style);

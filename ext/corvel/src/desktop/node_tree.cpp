@@ -34,10 +34,12 @@ void pause_layout(ViewState& view, QLayout* layout) {
     view.queue.paused_layouts.emplace_back(layout);
 }
 
-/// A layout shows a new child later, unless the child has been hidden by then: without a parent it
-/// would become a window of its own.
+/// The widget may be in the midst of an event. It stays a hidden child until then: to leave its
+/// parent, a widget walks through all others of the window.
 void discard(QWidget* outer) {
-    outer->setParent(nullptr);
+    QWidget* focus = outer->window()->focusWidget();
+    if (focus && (focus == outer || outer->isAncestorOf(focus)))
+        focus->clearFocus(); // hidden, it would pass the focus on
     outer->hide();
     outer->deleteLater();
 }
@@ -59,6 +61,7 @@ void forget_node(ViewState& view, NodeMap::iterator entry) {
     DNode& dnode = entry->second;
     close_modal(view, entry->first);
     view.by_outer.erase(dnode.outer);
+    view.queue.unbalanced.erase(&dnode);
     view.overlays.floating.erase(entry->first);
     if (!dnode.outer->parentWidget()) {
         silence(view, dnode.outer);
@@ -101,7 +104,7 @@ void add_subtree(ViewState& view, const RenderPatch& patch, DNode* parent) {
     }
     float_overlays(view, node);
     if (parent)
-        rebalance_stretches(*parent);
+        view.queue.unbalanced.insert(parent);
     create_modals(view, modals);
 }
 
@@ -133,13 +136,14 @@ void remove_node(ViewState& view, const std::string& path) {
     leave_host(view, dnode);
     forget_descendants(view, dnode);
     view.by_outer.erase(outer);
+    view.queue.unbalanced.erase(&dnode);
     view.nodes.erase(entry);
     // A layout that is switched off does not notice that a widget leaves.
     if (parent && parent->layout)
         parent->layout->removeWidget(outer);
     discard(outer);
     if (parent)
-        rebalance_stretches(*parent);
+        view.queue.unbalanced.insert(parent);
 }
 
 void forget_all_nodes(ViewState& view) {
@@ -149,6 +153,7 @@ void forget_all_nodes(ViewState& view) {
         if (!dnode.outer->parentWidget())
             dnode.outer->deleteLater();
     view.nodes.clear();
+    view.queue.unbalanced.clear();
     view.overlays.modals.clear();
     view.overlays.floating.clear();
     view.by_outer.clear();
@@ -158,6 +163,8 @@ void forget_all_nodes(ViewState& view) {
 }
 
 void resume_layouts(ViewState& view) {
+    for (DNode* parent : std::exchange(view.queue.unbalanced, {}))
+        rebalance_stretches(*parent);
     for (const QPointer<QLayout>& layout : std::exchange(view.queue.paused_layouts, {}))
         if (layout) {
             layout->setEnabled(true);

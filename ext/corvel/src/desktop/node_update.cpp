@@ -27,6 +27,8 @@ void update_node(ViewState& view, const RenderPatch& patch) {
     DNode& dnode = *found;
     const RenderNode& node = patch.node;
     const NodeStyle& style = node.style;
+    const bool grows_otherwise = dnode.grow != style.layout_grow;
+    const QWidget* outer = dnode.outer;
     dnode.grow = style.layout_grow;
     dnode.own_opacity = style.opacity;
     propagate_opacity(view, dnode);
@@ -39,7 +41,8 @@ void update_node(ViewState& view, const RenderPatch& patch) {
     note_fixed_height(dnode);
     if (can_collapse(dnode))
         apply_collapsed(view, dnode, style.collapsed);
-    apply_stretch_in_parent(dnode);
+    if (grows_otherwise || dnode.outer != outer)
+        apply_stretch_in_parent(view, dnode);
     update_overlay(view, dnode, style);
 }
 

@@ -3,6 +3,7 @@
 #include "desktop/desktop_view_p.h"
 #include "desktop/widgets/combo_widget.h"
 #include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/log_view.h"
 #include "desktop/widgets/markdown_widget.h"
 #include "desktop/widgets/root_container.h"
 #include "desktop/widgets/vbox_widget.h"
@@ -33,6 +34,8 @@ void add_field(const DNode& dnode, Fields& fields) {
     fields.push_back(dnode.editor->line_edit);
     if (dnode.editor->text_edit)
         fields.push_back(dnode.editor->text_edit);
+    if (dnode.editor->log_view)
+        fields.push_back(dnode.editor->log_view);
 }
 
 void add_layout(const ViewState& view, const QBoxLayout& layout, Fields& fields) {

@@ -1,8 +1,17 @@
 #include "layers/load_limits.h"
 
 #include "layers/log.h"
+#include "layers/object_records.h"
 
 namespace Layers {
+
+namespace {
+
+void log_limit(const SharedName& file, std::uint64_t line, const std::string& what) {
+    log_line("engine: " + file.text() + ":" + std::to_string(line) + ": " + what);
+}
+
+} // namespace
 
 void LoadLimits::begin_file(const SharedName& file, std::size_t bytes) {
     files_.push_back(file);
@@ -59,7 +68,17 @@ bool LoadLimits::may_inherit(const SourcePlace& place) const {
 
 void LoadLimits::tell(const SharedName& file, std::uint64_t line, const std::string& what) {
     if (told_.emplace(&file.text(), line).second)
-        log_line("engine: " + file.text() + ":" + std::to_string(line) + ": " + what);
+        log_limit(file, line, what);
+}
+
+void tell_limit(const LLayer& layer, const std::string& what) {
+    static std::set<std::pair<std::string, std::uint64_t>> told;
+    const LLayer* at = &layer;
+    while (Records::of(*at).base_place.line == 0 && at->parent() && at->parent()->as_layer())
+        at = at->parent()->as_layer();
+    const SourcePlace& place = Records::of(*at).base_place;
+    if (told.emplace(place.file.text(), place.line).second)
+        log_limit(place.file, place.line, what);
 }
 
 } // namespace Layers

@@ -36,6 +36,12 @@ constexpr std::size_t BYTES_PER_UNIT = 64;
 /// What the messages about links of one tree may take together, in bytes.
 constexpr std::size_t MAX_LINK_MESSAGES = 1'000'000;
 
+class LLayer;
+
+/// Tells in the log that a limit was reached at `layer`, with file and line of its "<<" or of the
+/// next one around it. Once for each place.
+void tell_limit(const LLayer& layer, const std::string& what);
+
 /// Keeps the accounts of a tree that is being loaded and tells in the log, with file and line,
 /// where a limit was reached.
 class LoadLimits {

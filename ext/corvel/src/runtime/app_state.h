@@ -25,7 +25,7 @@ struct CorvelApp::State {
     std::map<std::string, Theme> themes; ///< by display name
     std::string root_name;
 
-    ByPath<SharedText> texts;
+    ByPath<GrowingText> texts;
     ByPath<std::string> sources;
     std::set<std::string> withheld_sources; ///< files that no node shows at the moment
     ByPath<std::string> hrefs;

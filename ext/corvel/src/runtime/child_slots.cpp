@@ -1,5 +1,7 @@
 #include "runtime/child_slots.h"
 
+#include "layers/load_limits.h"
+
 #include <map>
 #include <unordered_map>
 #include <unordered_set>
@@ -79,8 +81,11 @@ void RenderBuilder::prepare_children(NodeSlot& slot, const Scope& scope) {
     } else if (!slot.plan->children().empty()) {
         if (slot.mode == ChildMode::Rows)
             match_rows(slot);
-        else
+        else if (scope.card_depth < MAX_CARD_DEPTH)
             match_cards(slot);
+        else
+            Layers::tell_limit(slot.plan->layer(),
+                               "Left out theme cards; lists of themes lie too deep in each other.");
     }
     names_distinct_ = names_distinct_ && slot.distinct_children;
 }

@@ -46,6 +46,7 @@ void RenderBuilder::for_each_row(NodeSlot& slot, Scope& inner, Visit visit) {
 template <class Visit>
 void RenderBuilder::for_each_card(NodeSlot& slot, const Scope& scope, Scope& inner, Visit visit) {
     inner.row = {};
+    ++inner.card_depth;
     for (CardSlot& card : slot.details->cards->cards) {
         inner.card = card.theme;
         inner.card_foreground =

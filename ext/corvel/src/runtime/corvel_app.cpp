@@ -89,7 +89,7 @@ void CorvelApp::set_text(const std::string& path, const std::string& text) {
 void CorvelApp::append_text(const std::string& path, const std::string& addition) {
     if (addition.empty())
         return;
-    state_->texts[path].edit() += addition;
+    state_->texts[path].append(addition);
     state_->cache.touch(path);
 }
 

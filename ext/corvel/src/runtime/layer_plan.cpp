@@ -118,6 +118,11 @@ void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
     if (kind_ == NodeKind::Markdown && inputs.secondary_color)
         style.edit().secondary_text_color = *inputs.secondary_color;
 
+    // Beside the style: a node that changes its copy of the style does not copy its text.
+    const std::string text = std::exchange(style.edit().text_attr, {});
+    if (!(entry.text == text))
+        entry.text = text;
+
     const bool first = entry.epoch == 0;
     entry.epoch = inputs.epoch;
     if (!first && style == entry.style)
@@ -126,8 +131,6 @@ void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
         entry.binds = nullptr;
     else if (first || style->bind != entry.style->bind)
         entry.binds = std::make_shared<const Binds>(parse_binds(style->bind));
-    if (entry.text.get() != style->text_attr)
-        entry.text = style->text_attr;
     entry.style = std::move(style);
 }
 

@@ -33,7 +33,7 @@ struct LayerStyle {
     const StateSet* states = nullptr;
     std::uint64_t epoch = 0; ///< of the inputs that it was read under
     SharedStyle style;
-    SharedText text;                    ///< the style's text, shared by the nodes that show it
+    GrowingText text;                   ///< the style's text, shared by the nodes that show it
     std::shared_ptr<const Binds> binds; ///< null for a style without a bind
 };
 
@@ -44,6 +44,7 @@ class LayerPlan {
 public:
     explicit LayerPlan(const Layers::LLayer& layer);
 
+    const Layers::LLayer& layer() const { return *layer_; }
     NodeKind kind() const { return kind_; }
     const SharedText& name() const { return name_; }
     /// The layer's child layers in order, less those that inherit from "Detail".

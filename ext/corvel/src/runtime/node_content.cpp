@@ -34,7 +34,7 @@ void put_text(SharedStyle& style, std::string NodeStyle::*field, const std::stri
         put(style, field, *value);
 }
 
-void bind_field(NodeKind kind, const std::string* value, SharedStyle& style, SharedText& text) {
+void bind_field(NodeKind kind, const std::string* value, SharedStyle& style, GrowingText& text) {
     if (kind == NodeKind::Image || kind == NodeKind::Video) {
         put(style, &NodeStyle::effective_source, value ? *value : std::string());
         put(style, &NodeStyle::visible, value && !value->empty());
@@ -53,7 +53,7 @@ struct BindThemes {
 };
 
 void bind_piece(const BindPiece& piece, NodeKind kind, const RowContext& row,
-                const BindThemes& themes, SharedStyle& style, SharedText& text) {
+                const BindThemes& themes, SharedStyle& style, GrowingText& text) {
     const std::string* value = find_field(row, piece.key);
     switch (piece.kind) {
     case BindKind::ActiveThemeName:
@@ -102,7 +102,7 @@ void bind_piece(const BindPiece& piece, NodeKind kind, const RowContext& row,
     }
 }
 
-void apply_overrides(const Overrides& overrides, SharedStyle& style, SharedText& text) {
+void apply_overrides(const Overrides& overrides, SharedStyle& style, GrowingText& text) {
     if (overrides.text)
         text = *overrides.text;
     if (overrides.source)
@@ -145,7 +145,7 @@ void RenderBuilder::compute(NodeSlot& slot, const Scope& scope) {
         find_overrides(slot);
     const LayerStyle& layer_style = style_of(slot, scope);
     SharedStyle style = layer_style.style;
-    SharedText text = layer_style.text;
+    GrowingText text = layer_style.text;
     const Overrides* overrides = slot.details ? &slot.details->overrides : nullptr;
     if (overrides)
         apply_overrides(*overrides, style, text);

@@ -25,7 +25,7 @@ using SharedRows = SharedValue<std::vector<ListEntry>>;
 /// The entries that the state maps hold for one path; null where a map has none.
 struct Overrides {
     const std::set<std::string>* states = nullptr;
-    const SharedText* text = nullptr;
+    const GrowingText* text = nullptr;
     const SharedText* selected = nullptr;
     const SharedItems* items = nullptr;
     const std::string* source = nullptr;
@@ -137,7 +137,7 @@ struct NodeSlot {
     // The content.
     SharedText name;
     SharedText path;
-    SharedText text;
+    GrowingText text;
     SharedStyle style;
 
     LayerPlan* plan = nullptr;

@@ -8,6 +8,8 @@ namespace Corvel {
 /// An interface nested deeper than this is cut off: each node's path repeats those above it, so
 /// that memory grows with the square of the depth, and views recurse.
 constexpr int MAX_RENDER_DEPTH = 1000;
+/// Lists of theme cards that lie in each other: each multiplies the nodes by the number of themes.
+constexpr int MAX_CARD_DEPTH = 2;
 
 /// Builds the render tree from the style tree and the state maps. Every node's slot in the cache
 /// is looked at and brought up to date where its inputs have changed. What clicks mean is
@@ -32,6 +34,7 @@ private:
         const StateSet* states = nullptr;
         RowContext row;
         const Theme* card = nullptr; ///< theme of the surrounding theme card
+        int card_depth = 0;          ///< theme cards around, one in the other
         /// Text colour of the outermost theme card around; null outside any.
         const std::string* card_foreground = nullptr;
         int depth = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "layers/node_style.h"
+#include "runtime/growing_text.h"
 #include "runtime/shared_value.h"
 
 #include <cstddef>
@@ -60,7 +61,7 @@ struct RenderNode {
     NodeKind kind = NodeKind::Box;
     SharedText name; ///< last component of the path: a layer's name, a row's id, a theme's name
     SharedText path;
-    SharedText text; ///< the text to show
+    GrowingText text; ///< the text to show
     SharedStyle style;
     SharedItems items;   ///< ComboBox only
     SharedText selected; ///< ComboBox only: value of the selected item

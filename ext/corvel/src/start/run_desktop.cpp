@@ -170,7 +170,7 @@ int run_desktop(int argc, char** argv, const DesktopAppConfig& given) {
     show_window(*window, config);
     if (holds_kind(app.engine().root(), NodeKind::Video))
         start_media_warmup();
-    arm_screenshot_run(window.get());
+    arm_screenshot_run(window.get(), [&view] { view.finish(); });
     return QApplication::exec();
 }
 

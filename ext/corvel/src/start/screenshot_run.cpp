@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace Corvel {
 namespace {
@@ -84,9 +85,14 @@ void type(QWidget* target, const QString& value) {
     QApplication::sendEvent(edit, &event);
 }
 
-void perform_step(QWidget* main_window, const QString& step) {
+void perform_step(QWidget* main_window, const QString& step, const std::function<void()>& finish) {
     const qsizetype equals = step.indexOf(u'=');
-    QWidget* target = find_target(main_window, equals < 0 ? step : step.left(equals));
+    const QString path = equals < 0 ? step : step.left(equals);
+    QWidget* target = find_target(main_window, path);
+    if (!target) {
+        finish();
+        target = find_target(main_window, path);
+    }
     if (!target)
         return;
     if (equals < 0)
@@ -99,9 +105,10 @@ void perform_step(QWidget* main_window, const QString& step) {
 /// request to quit would be refused by an open dialog.
 class ScreenshotRun : public QObject {
 public:
-    explicit ScreenshotRun(QWidget* window)
+    ScreenshotRun(QWidget* window, std::function<void()> finish)
         : QObject(window)
         , window_(window)
+        , finish_(std::move(finish))
         , first_path_(qEnvironmentVariable("CORVEL_SHOT"))
         , second_path_(qEnvironmentVariable("CORVEL_SHOT2"))
         , steps_(qEnvironmentVariable("CORVEL_CLICK", QStringLiteral("Toggle"))
@@ -132,7 +139,7 @@ private:
         // The next step is armed first: a step may open a dialog that waits in an event loop.
         const QString step = steps_.takeFirst();
         after(click_delay_, &ScreenshotRun::next_step);
-        perform_step(window_, step);
+        perform_step(window_, step, finish_);
     }
 
     void take_second() {
@@ -148,6 +155,7 @@ private:
     }
 
     QWidget* window_;
+    std::function<void()> finish_;
     QString first_path_;
     QString second_path_;
     QStringList steps_;
@@ -157,9 +165,9 @@ private:
 
 } // namespace
 
-void arm_screenshot_run(QWidget* window) {
+void arm_screenshot_run(QWidget* window, std::function<void()> finish) {
     if (qEnvironmentVariableIsSet("CORVEL_SHOT"))
-        new ScreenshotRun(window);
+        new ScreenshotRun(window, std::move(finish));
 }
 
 } // namespace Corvel

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class QWidget;
 
 namespace Corvel {
@@ -10,6 +12,7 @@ namespace Corvel {
 ///
 /// A step is "path" (a press) or "path=value" (a text for a line edit). A path is made of object
 /// names joined by "/"; a name that ends in "*" matches by what stands before it.
-void arm_screenshot_run(QWidget* window);
+/// `finish` makes what the window has not made yet: a step whose target is not there asks for it.
+void arm_screenshot_run(QWidget* window, std::function<void()> finish);
 
 } // namespace Corvel

@@ -59,6 +59,34 @@ TEST_F(Assets, ThemesAreTheReadableJsonFilesOfTheFolder) {
     EXPECT_EQ(app_.active_theme(), "C"); // the lowest
 }
 
+TEST_F(Assets, ListsOfThemesInEachOtherAreBoundedAndTold) {
+    std::string style = "App:\n";
+    for (std::size_t depth = 1; depth <= 13; ++depth) {
+        const std::string indent(depth, ' ');
+        style += indent + "L << Corvel/Kind:\n" + indent + " Bind: \"ThemeList\"\n";
+    }
+    write_file(dir_ / "styles/widgets/w.lyr", "Kind:\n Size.Width: 1\n");
+    write_file(dir_ / "app/a.lyr", style);
+    for (const char* name : {"a", "b", "c"})
+        write_file(dir_ / "themes" / (std::string(name) + ".json"), theme_text(name, ""));
+    EXPECT_TRUE(load("a", {(dir_ / "app").string()}));
+    log_.clear();
+    const std::function<std::size_t(const RenderNode&)> count = [&](const RenderNode& node) {
+        std::size_t nodes = 1;
+        for (const RenderNode& child : node.children)
+            nodes += count(child);
+        return nodes;
+    };
+    EXPECT_EQ(count(app_.build_render_tree()), 1u + 1 + 3 + 9);
+    EXPECT_TRUE(
+        log_.ends_with("a.lyr:6: Left out theme cards; lists of themes lie too deep in each "
+                       "other."))
+        << log_;
+    log_.clear();
+    app_.build_render_tree();
+    EXPECT_EQ(log_, "") << "once";
+}
+
 TEST_F(Assets, ApplicationBeatsMountsAndLinksReachEverywhere) {
     write_file(dir_ / "styles/widgets/w.lyr", "Kind:\n Text: App/Word\n Size.Width: 1\n");
     write_file(dir_ / "styles/mounts/m.lyr", "Shared:\n Size.Width: 2\n Size.Height: 2\n");

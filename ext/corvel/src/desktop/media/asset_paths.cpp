@@ -1,7 +1,9 @@
 #include "desktop/media/asset_paths.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 
 #include <utility>
 
@@ -46,10 +48,27 @@ void set_media_dirs(std::vector<std::string> dirs) {
 }
 
 QString load_icon_text(const std::string& name) {
+    struct Known {
+        QString path;
+        QDateTime changed;
+        qint64 size = 0;
+        QString text;
+    };
+    static QHash<QString, Known> known_icons; // a list shows one icon a thousand times
     for (const std::string& dir : icon_dirs()) {
-        QFile file(in_dir(dir, name + ".svg"));
-        if (file.open(QIODevice::ReadOnly))
-            return QString::fromUtf8(file.readAll());
+        const QFileInfo info(in_dir(dir, name + ".svg"));
+        if (!info.isFile())
+            continue;
+        Known& known = known_icons[QString::fromStdString(name)];
+        if (known.path == info.filePath() && known.size == info.size() &&
+            known.changed == info.lastModified())
+            return known.text;
+        QFile file(info.filePath());
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        known = {info.filePath(), info.lastModified(), info.size(),
+                 QString::fromUtf8(file.readAll())};
+        return known.text;
     }
     return {};
 }

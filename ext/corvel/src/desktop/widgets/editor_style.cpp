@@ -1,12 +1,14 @@
 #include "desktop/widgets/code_edit.h"
 #include "desktop/widgets/editor_widget.h"
 #include "desktop/widgets/icon_widget.h"
+#include "desktop/widgets/log_view.h"
 #include "desktop/widgets/painting.h"
 #include "desktop/widgets/sizing.h"
 #include "desktop/widgets/style_sheet.h"
 #include "desktop/widgets/wrap_label.h"
 
 #include <QFont>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPalette>
@@ -15,7 +17,6 @@
 #include <QTextEdit>
 
 #include <algorithm>
-#include <utility>
 
 // How an editor takes the style of its node.
 
@@ -36,6 +37,13 @@ QMargins insets_of(const NodeStyle& style) {
             whole_pixels(style.padding_bottom) + border};
 }
 
+/// Measured, since what a font says of itself depends on how it was found.
+bool has_one_width(const QFont& font) {
+    const QFontMetrics metrics(font);
+    return metrics.horizontalAdvance(QLatin1Char('i')) ==
+           metrics.horizontalAdvance(QLatin1Char('W'));
+}
+
 void set_placeholder_color(QTextEdit* edit, QColor color) {
     color.setAlphaF(0.5F);
     QPalette palette = edit->palette();
@@ -48,16 +56,18 @@ void set_placeholder_color(QTextEdit* edit, QColor color) {
 } // namespace
 
 void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
-                        const std::string& placeholder, const std::string& text, bool first) {
+                        const std::string& placeholder, const GrowingText& text, bool first) {
     editor->set_style(style);
     editor->font_size = style->font_size > 0 ? style->font_size : DEFAULT_FONT_SIZE;
     editor->small_size = std::max(editor->font_size * 0.72, SMALLEST_LABEL_SIZE);
     editor->insets = insets_of(style);
-    editor->wanted_text = QString::fromStdString(text);
+    editor->wanted_text = text;
     editor->family = style->font_family;
-    editor->switch_control(style->multiline, first);
+    editor->switch_control(first);
     const QString hint = QString::fromStdString(placeholder);
-    if (editor->multiline)
+    if (editor->is_log)
+        editor->style_log(hint);
+    else if (editor->multiline)
         editor->style_lines(hint);
     else
         editor->style_line(hint);
@@ -69,20 +79,45 @@ void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
         editor->update_label(false);
 }
 
-/// Shows the control of one line or of many. A field that changes takes its text along.
-void EditorWidget::switch_control(bool many_lines, bool first) {
-    const bool changed = !first && multiline != many_lines;
+/// Shows the control of one line, of many or of a log. A field that changes takes its text along.
+void EditorWidget::switch_control(bool first) {
+    const bool many_lines = style->multiline;
+    const bool log = many_lines && style->read_only && has_one_width(control_font());
+    const bool changed = !first && (multiline != many_lines || is_log != log);
+    QString held;
+    if (changed)
+        held = is_log ? shown_text() : known_text_;
+    if (changed && is_log)
+        log_view->set_text({});
     multiline = many_lines;
-    if (many_lines)
+    is_log = log;
+    if (log)
+        ensure_log_view();
+    else if (many_lines)
         ensure_text_edit();
+    if (log_view)
+        log_view->setVisible(log);
     if (text_edit)
-        text_edit->setVisible(many_lines);
+        text_edit->setVisible(many_lines && !log);
     line_edit->setVisible(!many_lines);
     floating_label->setVisible(!many_lines);
     if (!changed)
         return;
-    const QString held = std::exchange(known_text_, QString());
+    if (log)
+        return log_view->set_text(held.toStdString());
+    if (many_lines) // what it held when it was last shown
+        known_text_ = text_edit->toPlainText();
     show_text(held);
+}
+
+void EditorWidget::style_log(const QString& placeholder) {
+    log_view->setFont(control_font());
+    log_view->set_color(text_color());
+    log_view->set_wrap(style->wrap);
+    log_view->set_placeholder(placeholder);
+    log_view->setAccessibleName(placeholder.isEmpty() ? objectName() : placeholder);
+    style_scroll_bar(log_view->verticalScrollBar(), text_color());
+    style_scroll_bar(log_view->horizontalScrollBar(), text_color());
 }
 
 void EditorWidget::style_lines(const QString& placeholder) {

@@ -1,10 +1,15 @@
 #include "desktop/widgets/editor_widget.h"
+#include "desktop/widgets/log_view.h"
 
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextEdit>
+
+#include <algorithm>
 
 // The text of an editor: what is written into its control, and what is reported of it.
 
@@ -22,16 +27,32 @@ QString as_kept(QString text) {
 
 } // namespace
 
+bool has_overlong_word(const QString& text) {
+    constexpr qsizetype OVERLONG = 10000;
+    qsizetype length = 0;
+    return std::any_of(text.begin(), text.end(), [&length](QChar letter) {
+        length = letter.isSpace() ? 0 : length + 1;
+        return length > OVERLONG;
+    });
+}
+
 void EditorWidget::apply_text(bool first) {
-    if (first ? !wanted_text.isEmpty() : wanted_text != seen_text)
-        show_text(wanted_text);
+    if (first ? !wanted_text.empty() : wanted_text != seen_text)
+        show_given(wanted_text);
     seen_text = wanted_text;
 }
 
-void EditorWidget::push_text(const std::string& text) {
-    show_text(QString::fromStdString(text));
+void EditorWidget::push_text(const GrowingText& text) {
+    show_given(text);
     if (!multiline)
         update_label(false);
+}
+
+void EditorWidget::show_given(const GrowingText& text) {
+    if (is_log)
+        log_view->set_text(text);
+    else
+        show_text(QString::fromStdString(text));
 }
 
 /// Puts `text` in the control. One that holds it already is left alone: setting it anew would take
@@ -50,14 +71,19 @@ void EditorWidget::show_text(const QString& text) {
 
 void EditorWidget::show_lines(const QString& text) {
     const QScopedValueRollback<bool> quiet(guard, true);
-    if (!append_to_log(text) && as_kept(text) != as_kept(known_text_)) {
+    const bool scrolled_away = text_edit->isReadOnly() && !at_tail_;
+    const bool continued = append_to_log(text);
+    if (!continued && as_kept(text) != as_kept(known_text_)) {
+        text_edit->setWordWrapMode(has_overlong_word(text)
+                                       ? QTextOption::WrapAnywhere
+                                       : QTextOption::WrapAtWordBoundaryOrAnywhere);
         text_edit->setPlainText(text);
         // A control shown for the first time scrolls to its caret.
         if (text_edit->isReadOnly())
             text_edit->moveCursor(QTextCursor::End);
     }
     known_text_ = text;
-    if (text_edit->isReadOnly())
+    if (text_edit->isReadOnly() && !(continued && scrolled_away))
         keep_to_tail();
 }
 
@@ -89,12 +115,35 @@ void EditorWidget::report_edit(const QString& text) {
         handler(text.toStdString());
 }
 
-void EditorWidget::restore_if_emptied() {
-    if (muted || multiline || !line_edit->text().isEmpty() || wanted_text.isEmpty())
+/// A field of one line takes a pasted text of several as one, without an end behind it.
+void EditorWidget::join_pasted_lines() {
+    static const QRegularExpression line_end(
+        QStringLiteral("[ \t]*(?:\r\n|[\n\r\\x{2028}\\x{2029}])[ \t]*"));
+    const QString now = line_edit->text();
+    const qsizetype end = line_edit->cursorPosition();
+    if (!now.contains(line_end))
         return;
-    show_text(wanted_text);
+    const auto [first_change, ignored] =
+        std::mismatch(known_text_.begin(), known_text_.end(), now.begin(), now.begin() + end);
+    const qsizetype start = first_change - known_text_.begin();
+    QString pasted = now.sliced(start, end - start);
+    if (!pasted.contains(line_end))
+        return;
+    const bool ends_open = !line_end.match(pasted.right(1)).hasMatch();
+    pasted.replace(line_end, QStringLiteral(" "));
+    if (!ends_open)
+        pasted.chop(1);
+    const QSignalBlocker quiet(line_edit);
+    line_edit->setText(now.left(start) + pasted + now.sliced(end));
+    line_edit->setCursorPosition(static_cast<int>(start + pasted.size()));
+}
+
+void EditorWidget::restore_if_emptied() {
+    if (muted || multiline || !line_edit->text().isEmpty() || wanted_text.empty())
+        return;
+    show_given(wanted_text);
     if (const auto handler = on_text_changed)
-        handler(wanted_text.toStdString());
+        handler(wanted_text);
 }
 
 } // namespace Corvel

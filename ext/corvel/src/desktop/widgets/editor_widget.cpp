@@ -3,12 +3,14 @@
 #include "desktop/widgets/code_edit.h"
 #include "desktop/widgets/focus_ring.h"
 #include "desktop/widgets/icon_widget.h"
+#include "desktop/widgets/log_view.h"
 #include "desktop/widgets/sizing.h"
 
 #include <QFocusEvent>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScrollBar>
@@ -25,6 +27,19 @@ namespace {
 constexpr int LABEL_MOTION_MS = 150;
 /// Between the content's edge, or the prefix icon, and the text.
 constexpr int TEXT_INDENT = 4;
+
+/// Breaks lines in time when a word that is too long for words is pasted.
+class LinesEdit : public CodeEdit {
+public:
+    using CodeEdit::CodeEdit;
+
+protected:
+    void insertFromMimeData(const QMimeData* source) override {
+        if (source->hasText() && has_overlong_word(source->text()))
+            setWordWrapMode(QTextOption::WrapAnywhere);
+        CodeEdit::insertFromMimeData(source);
+    }
+};
 
 int line_height(QFont font, double pixels) {
     font.setPixelSize(whole_pixels(pixels + 0.5));
@@ -52,7 +67,8 @@ EditorWidget::EditorWidget(QWidget* parent)
         if (text == known_text_)
             return;
         const QPointer<EditorWidget> self(this);
-        report_edit(text);
+        join_pasted_lines();
+        report_edit(line_edit->text());
         if (self)
             update_label(true);
     });
@@ -65,7 +81,7 @@ EditorWidget::~EditorWidget() {
 void EditorWidget::ensure_text_edit() {
     if (text_edit)
         return;
-    code_edit_ = new CodeEdit(this);
+    code_edit_ = new LinesEdit(this);
     text_edit = code_edit_;
     text_edit->setFrameStyle(QFrame::NoFrame);
     // The keyboard must be able to leave.
@@ -90,6 +106,25 @@ void EditorWidget::ensure_text_edit() {
     });
 }
 
+void EditorWidget::ensure_log_view() {
+    if (log_view)
+        return;
+    log_view = new LogView(this);
+    log_view->installEventFilter(this);
+}
+
+QWidget* EditorWidget::control() const {
+    if (is_log)
+        return log_view;
+    return multiline ? static_cast<QWidget*>(text_edit) : line_edit;
+}
+
+QString EditorWidget::shown_text() const {
+    if (is_log)
+        return QString::fromStdString(log_view->text());
+    return multiline ? text_edit->toPlainText() : line_edit->text();
+}
+
 void EditorWidget::keep_to_tail() {
     QScrollBar* bar = text_edit->verticalScrollBar();
     bar->setValue(bar->maximum());
@@ -97,10 +132,10 @@ void EditorWidget::keep_to_tail() {
 }
 
 bool EditorWidget::eventFilter(QObject* watched, QEvent* event) {
-    const bool control = watched == line_edit || watched == text_edit;
-    if (control && event->type() == QEvent::FocusIn)
+    const bool takes_keys = watched == line_edit || watched == text_edit || watched == log_view;
+    if (takes_keys && event->type() == QEvent::FocusIn)
         take_ring(static_cast<QFocusEvent*>(event)->reason());
-    else if (control && event->type() == QEvent::FocusOut)
+    else if (takes_keys && event->type() == QEvent::FocusOut)
         show_ring(false);
     if (watched == line_edit && event->type() == QEvent::FocusIn) {
         update_label(true);
@@ -123,10 +158,7 @@ void EditorWidget::take_ring(Qt::FocusReason reason) {
 }
 
 void EditorWidget::mousePressEvent(QMouseEvent* event) {
-    QWidget* control = line_edit;
-    if (multiline && text_edit)
-        control = text_edit;
-    control->setFocus(Qt::OtherFocusReason);
+    control()->setFocus(Qt::OtherFocusReason);
     event->accept();
 }
 
@@ -156,8 +188,7 @@ QRect EditorWidget::content_rect() const {
 void EditorWidget::lay_out() {
     const QRect content = content_rect();
     if (multiline) {
-        if (text_edit)
-            text_edit->setGeometry(content);
+        control()->setGeometry(content);
         return;
     }
     line_edit->setGeometry(content);

@@ -34,7 +34,7 @@ void IconWidget::set_source(const std::string& name) {
 }
 
 void IconWidget::set_color(const std::string& tint) {
-    if (color == tint && renderer.isValid())
+    if (color == tint && has_picture())
         return;
     color = tint;
     reload();
@@ -62,15 +62,15 @@ void IconWidget::set_opacity(double value) {
 }
 
 void IconWidget::paintEvent(QPaintEvent*) {
-    if (!renderer.isValid())
+    if (!has_picture())
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     apply_opacity(painter, opacity);
     const QRectF bounds = rect();
     QRectF target = bounds;
-    if (!fit.empty() && !renderer.defaultSize().isEmpty())
-        target = fit_rect(bounds, renderer.defaultSize(), fit == "Contain" || fit == "Aspect");
+    if (!fit.empty() && !picture_size().isEmpty())
+        target = fit_rect(bounds, picture_size(), fit == "Contain" || fit == "Aspect");
     if (!bounds.contains(target))
         painter.setClipRect(bounds);
     if (rotation != 0) {
@@ -78,7 +78,7 @@ void IconWidget::paintEvent(QPaintEvent*) {
         painter.rotate(rotation);
         painter.translate(-bounds.center());
     }
-    renderer.render(&painter, target);
+    draw_picture(painter, target);
 }
 
 } // namespace Corvel

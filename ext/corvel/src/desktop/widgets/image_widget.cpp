@@ -26,7 +26,7 @@ ImageWidget::~ImageWidget() = default;
 void ImageWidget::apply_style(const SharedStyle& value) {
     const bool recolored = value->text_color != style->text_color;
     style = value;
-    if (recolored && renderer.isValid())
+    if (recolored && has_picture())
         reload();
     update();
 }
@@ -39,7 +39,7 @@ void ImageWidget::reload() {
 }
 
 void ImageWidget::set_source(const std::string& value) {
-    if (value == source && (!pixmap.isNull() || loading || renderer.isValid()))
+    if (value == source && (!pixmap.isNull() || loading || has_picture()))
         return;
     source = value;
     loading = false;
@@ -96,7 +96,7 @@ void ImageWidget::load_file() {
 }
 
 QSize ImageWidget::natural_size() const {
-    return renderer.isValid() ? renderer.defaultSize() : pixmap.size();
+    return has_picture() ? picture_size() : pixmap.size();
 }
 
 QRectF ImageWidget::media_fit_rect(QSize natural) const {
@@ -123,8 +123,8 @@ void ImageWidget::paintEvent(QPaintEvent*) {
     const QPainterPath path = rounded_path(rect(), style);
     painter.setClipPath(path);
     paint_fill(painter, path, rect(), style->fill);
-    if (renderer.isValid() && !renderer.defaultSize().isEmpty()) {
-        renderer.render(&painter, media_fit_rect(renderer.defaultSize()));
+    if (!picture_size().isEmpty()) {
+        draw_picture(painter, media_fit_rect(picture_size()));
     } else if (!pixmap.isNull()) {
         const QRectF target = media_fit_rect(pixmap.size());
         const QPixmap& picture = scaled_pixmap(target.size());

@@ -74,8 +74,7 @@ void apply_fixed_size(QWidget* widget, const NodeStyle& style) {
 }
 
 void apply_icon_size(IconWidget* icon, const NodeStyle& style) {
-    const bool valid = icon->renderer.isValid();
-    apply_natural_size(icon, style, valid ? icon->renderer.defaultSize() : QSize());
+    apply_natural_size(icon, style, icon->picture_size());
 }
 
 void apply_media_size(MediaWidget* media, const NodeStyle& style) {

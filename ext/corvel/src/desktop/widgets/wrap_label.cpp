@@ -28,9 +28,12 @@ QString with_line_separators(QString text) {
 }
 
 /// Lays the text out in lines of that width and returns their height.
-int break_lines(QTextLayout& layout, int width) {
+int break_lines(QTextLayout& layout, int width, int word_width) {
+    // Each line seeks a boundary through the rest of its word.
+    constexpr int OVERLONG = 50'000;
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(word_width > OVERLONG ? QTextOption::WrapAnywhere
+                                             : QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout.setTextOption(option);
     layout.beginLayout();
     double height = 0;
@@ -70,6 +73,7 @@ void WrapLabel::measure() const {
     measured_font_ = font();
     line_size_ = fontMetrics().size(Qt::TextSingleLine, measured_text_);
     word_width_ = QLabel::minimumSizeHint().width();
+    known_sizes_.fill(QSize());
 }
 
 QSize WrapLabel::minimumSizeHint() const {
@@ -106,7 +110,7 @@ void WrapLabel::paintEvent(QPaintEvent* event) {
     painter.setPen(palette().color(foregroundRole()));
     if (broken) {
         QTextLayout lines(with_line_separators(text()), font());
-        const int height = break_lines(lines, room.width());
+        const int height = break_lines(lines, room.width(), word_width_);
         lines.draw(&painter, QPointF(room.left(), room.top() + (room.height() - height) / 2));
         return;
     }
@@ -115,11 +119,23 @@ void WrapLabel::paintEvent(QPaintEvent* event) {
 }
 
 int WrapLabel::heightForWidth(int width) const {
+    if (!wordWrap())
+        return QLabel::heightForWidth(width);
+    measure();
+    for (const QSize& known : known_sizes_)
+        if (known.width() == width)
+            return known.height();
+    const int height = measured_height(width);
+    known_sizes_[next_known_++ % known_sizes_.size()] = {width, height};
+    return height;
+}
+
+int WrapLabel::measured_height(int width) const {
     if (breaks_words(width)) {
         QTextLayout lines(with_line_separators(text()), font());
-        return break_lines(lines, width);
+        return break_lines(lines, width, word_width_);
     }
-    if (wordWrap() && !text().contains(QLatin1Char('\n'))) {
+    if (!text().contains(QLatin1Char('\n'))) {
         const QSize line = sizeHint();
         if (width >= line.width())
             return line.height();

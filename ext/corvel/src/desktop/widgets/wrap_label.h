@@ -7,6 +7,8 @@
 #include <QSize>
 #include <QString>
 
+#include <array>
+#include <cstddef>
 #include <string>
 
 namespace Corvel {
@@ -43,9 +45,12 @@ private:
     bool is_elided() const;
     /// Whether a word is too long for a line of that width.
     bool breaks_words(int width) const;
+    int measured_height(int width) const;
 
     mutable int word_width_ = 0; ///< of the longest word of `measured_text_`
     mutable QSize line_size_;    ///< of `measured_text_` on one line in `measured_font_`
+    mutable std::array<QSize, 4> known_sizes_; ///< widths asked for last, with their heights
+    mutable std::size_t next_known_ = 0;
     mutable QString measured_text_;
     mutable QFont measured_font_;
 };

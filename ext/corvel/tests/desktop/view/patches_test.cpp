@@ -36,11 +36,11 @@ TEST_F(ViewPatches, ALongListComesInPortionsAndIsWholeForTheNextPatch) {
     show(box("App", {}, {text("Words", "w")}));
     const auto fill = [&] {
         view.apply_patches({removal("App/List"), add("App", box("List", {}, rows), 1)});
-        EXPECT_NE(view.widget_at("App/List/Row 39/C"), nullptr);
-        EXPECT_EQ(view.widget_at("App/List/Row 699"), nullptr);
+        EXPECT_TRUE(state.nodes.contains("App/List/Row 39/C"));
+        EXPECT_FALSE(state.nodes.contains("App/List/Row 699"));
     };
     fill();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.widget_at("App/List/Row 699/C") != nullptr; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state.nodes.contains("App/List/Row 699/C"); }));
     EXPECT_EQ(laid_out("App/List"), names);
 
     // As a part of a new tree, and row by row; what comes next finds all that went before.
@@ -56,10 +56,21 @@ TEST_F(ViewPatches, ALongListComesInPortionsAndIsWholeForTheNextPatch) {
         patches.push_back(add("App/List", row(i), i));
     patches.push_back(update("App/List/Row 699", text("C", "new")));
     view.apply_patches(patches);
-    EXPECT_EQ(view.widget_at("App/List/Row 699"), nullptr);
+    EXPECT_FALSE(state.nodes.contains("App/List/Row 699"));
     apply({update("App", text("Words", "other"))});
     EXPECT_EQ(laid_out("App/List").size(), std::size_t{ROWS});
     EXPECT_EQ(widget<WrapLabel>("App/List/Row 699/C")->text(), QStringLiteral("new"));
+
+    fill(); // what lies elsewhere does not hurry it, who asks for a row gets it
+    view.apply_patches({update("App", text("Words", "status"))});
+    EXPECT_FALSE(state.nodes.contains("App/List/Row 699"));
+    EXPECT_NE(view.widget_at("App/List/Row 699/C"), nullptr);
+    EXPECT_EQ(laid_out("App/List").size(), std::size_t{ROWS});
+
+    fill(); // and what goes before it was made is not made
+    view.apply_patches({removal("App/List"), add("App", box("Other"), 1)});
+    EXPECT_EQ(state.queue.nodes_made, 1U);
+    EXPECT_TRUE(state.queue.later.empty());
 
     fill();
     apply({removal("App")}); // nothing is made for a list that is gone

@@ -178,7 +178,7 @@ protected:
         EXPECT_TRUE(!dnode->box || dnode->box->opacity == opacity);
         EXPECT_TRUE(!dnode->box || dnode->box->style == node.style);
         EXPECT_TRUE(!dnode->label || dnode->label->text().toStdString() == node.text.get());
-        EXPECT_TRUE(!dnode->editor || dnode->editor->wanted_text.toStdString() == node.text.get());
+        EXPECT_TRUE(!dnode->editor || dnode->editor->wanted_text == node.text);
         EXPECT_TRUE(!dnode->combo || dnode->combo->items == node.items.get());
         EXPECT_TRUE(!dnode->icon || dnode->icon->color == node.style->text_color);
         EXPECT_EQ(dnode->arrangement.scroll_area != nullptr,

@@ -8,6 +8,7 @@
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -69,6 +70,17 @@ TEST_F(Field, TheLabelRisesWithFocusOrTextAndFallsWithout) {
     EXPECT_TRUE(label_reaches(0));
     field.push_text("x");
     EXPECT_EQ(field.label_progress, 1) << "at once";
+}
+
+TEST_F(Field, TakesPastedLinesAsOne) {
+    std::vector<std::string> reports;
+    field.on_text_changed = [&](const std::string& text) { reports.push_back(text); };
+    field.push_text("stored\nends");
+    field.line_edit->setCursorPosition(3);
+    QApplication::clipboard()->setText(QStringLiteral("one \r\n  two\nthree\n"));
+    field.line_edit->paste();
+    EXPECT_EQ(reports, std::vector<std::string>{"stoone two threered\nends"});
+    EXPECT_EQ(field.line_edit->cursorPosition(), 16);
 }
 
 TEST_F(Field, LabelAndTextNeverMeetAtAnySize) {
