@@ -30,6 +30,16 @@ QString qt_text(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+/// All of its text in one line.
+void lay_out_line(QTextLayout& layout) {
+    constexpr double WIDER_THAN_ANY = 1e6;
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(WIDER_THAN_ANY);
+    line.setPosition({0, 0});
+    layout.endLayout();
+}
+
 bool is_word(char byte) {
     const auto letter = static_cast<unsigned char>(byte);
     return letter >= 0x80 || (letter >= '0' && letter <= '9') || letter == '_' ||
@@ -91,10 +101,19 @@ std::size_t LogView::top_row() const {
     return static_cast<std::size_t>(verticalScrollBar()->value());
 }
 
+/// Where the row at the top begins. At the end of the log the last row ends at the bottom.
+int LogView::origin() const {
+    const QScrollBar* bar = verticalScrollBar();
+    if (bar->value() < bar->maximum() || bar->maximum() == 0)
+        return MARGIN;
+    return viewport()->height() - MARGIN - rows_in_view() * row_height_;
+}
+
 void LogView::measure() {
-    const QFontMetrics metrics(font());
-    row_height_ = std::max(metrics.lineSpacing(), 1);
-    column_width_ = std::max(metrics.horizontalAdvance(QLatin1Char('x')), 1);
+    QTextLayout sample(QStringLiteral("x"), font());
+    lay_out_line(sample);
+    row_height_ = std::max(qCeil(sample.lineAt(0).height()), 1);
+    column_width_ = std::max(QFontMetrics(font()).horizontalAdvance(QLatin1Char('x')), 1);
 }
 
 /// Breaks the lines for the present width and sets the bars. What is at the top stays there, or
@@ -170,9 +189,7 @@ void LogView::lay_out_row(QTextLayout& layout, LogLines::Range row) const {
     option.setTabStopDistance(TAB_COLUMNS * column_width_);
     layout.setTextOption(option);
     layout.setText(row_text(row));
-    layout.beginLayout();
-    layout.createLine().setPosition({0, 0});
-    layout.endLayout();
+    lay_out_line(layout);
 }
 
 void LogView::paintEvent(QPaintEvent*) {
@@ -187,9 +204,12 @@ void LogView::paintEvent(QPaintEvent*) {
     }
     painter.setPen(color_);
     const auto [first, last] = std::minmax(anchor_, caret_);
-    QPointF place(MARGIN - horizontalScrollBar()->value(), MARGIN);
-    const auto below = static_cast<std::size_t>(viewport()->height() / row_height_ + 1);
-    for (const LogLines::Range& row : lines_.rows(text_.view(), top_row(), below)) {
+    // The row above may be seen in part.
+    const std::size_t above = std::min<std::size_t>(top_row(), 1);
+    QPointF place(MARGIN - horizontalScrollBar()->value(),
+                  origin() - static_cast<int>(above) * row_height_);
+    const auto count = static_cast<std::size_t>(viewport()->height() / row_height_ + 2);
+    for (const LogLines::Range& row : lines_.rows(text_.view(), top_row() - above, count)) {
         QTextLayout layout;
         lay_out_row(layout, row);
         QList<QTextLayout::FormatRange> marked;
@@ -212,8 +232,9 @@ void LogView::paintEvent(QPaintEvent*) {
 }
 
 std::size_t LogView::byte_at(QPoint place) const {
-    const int row = std::max(place.y() - MARGIN, 0) / row_height_;
-    const auto found = lines_.rows(text_.view(), top_row() + static_cast<std::size_t>(row), 1);
+    const int from_top = place.y() - origin();
+    const int row = verticalScrollBar()->value() + from_top / row_height_ - (from_top < 0);
+    const auto found = lines_.rows(text_.view(), static_cast<std::size_t>(std::max(row, 0)), 1);
     if (found.empty())
         return text_.size();
     QTextLayout layout;
@@ -235,7 +256,7 @@ QRect LogView::letter_rect(std::size_t byte) const {
         x = qRound(layout.lineAt(0).naturalTextWidth());
     }
     return {MARGIN + x - horizontalScrollBar()->value(),
-            MARGIN + (static_cast<int>(row) - verticalScrollBar()->value()) * row_height_,
+            origin() + (static_cast<int>(row) - verticalScrollBar()->value()) * row_height_,
             column_width_, row_height_};
 }
 

@@ -68,6 +68,7 @@ private:
     void set_bars();
     void measure();
     int rows_in_view() const;
+    int origin() const;
     std::size_t top_row() const;
     QString row_text(LogLines::Range row) const;
     void lay_out_row(QTextLayout& layout, LogLines::Range row) const;
