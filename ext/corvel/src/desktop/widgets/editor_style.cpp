@@ -82,10 +82,13 @@ void apply_editor_style(EditorWidget* editor, const SharedStyle& style,
 /// Shows the control of one line, of many or of a log. A field that changes takes its text along.
 void EditorWidget::switch_control(bool first) {
     const bool many_lines = style->multiline;
-    const bool log = many_lines && style->read_only && has_one_width(control_font());
+    // Colours and search are for what people read; beyond that a log is only kept quick.
+    constexpr std::size_t LARGE_LOG = 256 * 1024;
+    const bool bare = style->tag.empty() || wanted_text.size() > LARGE_LOG;
+    const bool log = many_lines && style->read_only && bare && has_one_width(control_font());
     const bool changed = !first && (multiline != many_lines || is_log != log);
     QString held;
-    if (changed)
+    if (changed && wanted_text == seen_text)
         held = is_log ? shown_text() : known_text_;
     if (changed && is_log)
         log_view->set_text({});
