@@ -1,6 +1,8 @@
 #include "desktop/widgets/code_edit.h"
 #include "widget_support.h"
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
