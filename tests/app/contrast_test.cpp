@@ -55,7 +55,7 @@ double luminance(const Color& color) {
 }
 
 double contrast(const Color& a, const Color& b) {
-    const auto [dark, bright] = std::minmax(luminance(a), luminance(b));
+    const auto [dark, bright] = std::minmax({luminance(a), luminance(b)});
     return (bright + 0.05) / (dark + 0.05);
 }
 
