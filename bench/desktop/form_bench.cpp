@@ -3,14 +3,10 @@
 // event to the painted window, medians.
 
 #include "desktop/panel_app.h"
+#include "hand_form.h"
 
 #include <QApplication>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
-#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -63,19 +59,6 @@ Costs measure(const Subject& subject) {
     return {costs[0][ROUNDS / 2], costs[1][ROUNDS / 2], costs[2][ROUNDS / 2], costs[3][ROUNDS / 2]};
 }
 
-QWidget* hand_row(int number) {
-    auto* row = new QFrame;
-    row->setFrameShape(QFrame::StyledPanel);
-    auto* layout = new QHBoxLayout(row);
-    auto* icon = new QLabel;
-    icon->setPixmap(row->style()->standardIcon(QStyle::SP_FileIcon).pixmap(20, 20));
-    layout->addWidget(icon);
-    layout->addWidget(new QLabel(QStringLiteral("Field %1").arg(number)));
-    layout->addWidget(new QLineEdit(QStringLiteral("Value %1").arg(number)), 1);
-    layout->addWidget(new QPushButton(QStringLiteral("Remove")));
-    return row;
-}
-
 Costs measure_hand(int rows) {
     QWidget window;
     auto* layout = new QVBoxLayout(&window);
@@ -83,13 +66,7 @@ Costs measure_hand(int rows) {
     area->setWidgetResizable(true);
     layout->addWidget(area);
     window.resize(1000, 700);
-    const auto visit = [&] {
-        auto* content = new QWidget;
-        auto* list = new QVBoxLayout(content);
-        for (int row = 0; row < rows; ++row)
-            list->addWidget(hand_row(row));
-        area->setWidget(content);
-    };
+    const auto visit = [&] { area->setWidget(Bench::hand_form(rows)); };
     visit();
     window.show();
     cost_of([] {});

@@ -2,17 +2,13 @@
 // hand, as the application without a document, and as the application with a site's form, and
 // prints medians. Processor time counts up to the first paint, peak memory up to one second later.
 
+#include "hand_form.h"
 #include "runtime/corvel_app.h"
 #include "runtime/desktop_app.h"
 
 #include <QApplication>
 #include <QEvent>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollArea>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -67,30 +63,13 @@ void watch_first_paint() {
     qApp->installEventFilter(new FirstPaint(qApp));
 }
 
-QWidget* make_row(int number) {
-    auto* row = new QFrame;
-    row->setFrameShape(QFrame::StyledPanel);
-    auto* layout = new QHBoxLayout(row);
-    auto* icon = new QLabel;
-    icon->setPixmap(row->style()->standardIcon(QStyle::SP_FileIcon).pixmap(20, 20));
-    layout->addWidget(icon);
-    layout->addWidget(new QLabel(QStringLiteral("Field %1").arg(number)));
-    layout->addWidget(new QLineEdit(QStringLiteral("Value %1").arg(number)), 1);
-    layout->addWidget(new QPushButton(QStringLiteral("Remove")));
-    return row;
-}
-
 int run_form(int argc, char** argv) {
     QApplication application(argc, argv);
     QWidget window;
     auto* layout = new QVBoxLayout(&window);
     auto* area = new QScrollArea;
     area->setWidgetResizable(true);
-    auto* content = new QWidget;
-    auto* rows = new QVBoxLayout(content);
-    for (int i = 0; i < ROWS; ++i)
-        rows->addWidget(make_row(i));
-    area->setWidget(content);
+    area->setWidget(Bench::hand_form(ROWS));
     layout->addWidget(area);
     window.resize(1000, 700);
     watch_first_paint();

@@ -28,19 +28,6 @@ constexpr std::array<std::uint8_t, 256> special_bytes() {
 
 constexpr std::array<std::uint8_t, 256> SPECIAL = special_bytes();
 
-std::string_view entity(char c) {
-    switch (c) {
-    case '&':
-        return "&amp;";
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    default:
-        return "&quot;";
-    }
-}
-
 void append_percent(std::string& html, char c) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     const auto byte = static_cast<unsigned char>(c);

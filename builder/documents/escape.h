@@ -5,6 +5,22 @@
 
 namespace Lumenfold::Builder {
 
+/// How a character that means something in HTML is written there; empty for all others.
+constexpr std::string_view entity(char c) {
+    switch (c) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    default:
+        return {};
+    }
+}
+
 /// Appends plain text as HTML text.
 void append_text(std::string& html, std::string_view text);
 

@@ -1,5 +1,7 @@
 #include "builder/pages/html_writer.h"
 
+#include "builder/documents/escape.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -14,21 +16,6 @@ std::size_t control_length(std::string_view text, std::size_t at) {
     if ((byte(at) < 0x20 && text[at] != '\t' && text[at] != '\n') || byte(at) == 0x7f)
         return 1;
     return byte(at) == 0xc2 && at + 1 < text.size() && (byte(at + 1) & 0xe0) == 0x80 ? 2 : 0;
-}
-
-std::string_view entity(char c) {
-    switch (c) {
-    case '&':
-        return "&amp;";
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    case '"':
-        return "&quot;";
-    default:
-        return {};
-    }
 }
 
 /// The address as browsers read it: without blanks around it and control characters within.
