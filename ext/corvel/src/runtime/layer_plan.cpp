@@ -119,9 +119,11 @@ void LayerPlan::refresh(LayerStyle& entry, const StyleInputs& inputs) {
         style.edit().secondary_text_color = *inputs.secondary_color;
 
     // Beside the style: a node that changes its copy of the style does not copy its text.
-    const std::string text = std::exchange(style.edit().text_attr, {});
-    if (!(entry.text == text))
-        entry.text = text;
+    if (!style->text_attr.empty() || !entry.text.empty()) {
+        std::string text = std::exchange(style.edit().text_attr, {});
+        if (!(entry.text == text))
+            entry.text = std::move(text);
+    }
 
     const bool first = entry.epoch == 0;
     entry.epoch = inputs.epoch;
